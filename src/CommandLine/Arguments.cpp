@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "CommandLine/Arguments.h"
+
+#include <QDir>
+#include <QHash>
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise {
+
+namespace {
+
+/// The words of a command line, options apart.
+struct Words
+{
+    QStringList plain;
+    QStringList options;
+};
+
+Words split(const QStringList &words)
+{
+    Words found;
+    bool isPlainFromHere = false;
+    for (const QString &word : words) {
+        if (isPlainFromHere || !word.startsWith(u'-') || word.size() == 1)
+            found.plain.append(word);
+        else if (word == "--"_L1)
+            isPlainFromHere = true;
+        else
+            found.options.append(word);
+    }
+    return found;
+}
+
+Failure unknownOption(const QString &option)
+{
+    return {u"unknown option %1 (write -- before a request that begins with a dash)"_s.arg(option)};
+}
+
+Outcome<Arguments> withoutOptions(const Arguments &arguments, const Words &words, qsizetype used)
+{
+    if (!words.options.isEmpty())
+        return unknownOption(words.options.first());
+    if (words.plain.size() > used)
+        return Failure{u"unexpected word: %1"_s.arg(words.plain[used])};
+    return arguments;
+}
+
+Outcome<Arguments> parseRequest(Arguments arguments, const Words &words)
+{
+    for (const QString &option : words.options) {
+        if (option == "--json"_L1)
+            arguments.json = true;
+        else if (option == "--no-semantic"_L1)
+            arguments.useSemantic = false;
+        else if (option == "--no-system-search"_L1)
+            arguments.useSystemSearch = false;
+        else if (option == "--no-model"_L1)
+            arguments.useModel = false;
+        else
+            return unknownOption(option);
+    }
+    arguments.request = words.plain.mid(1).join(u' ').trimmed();
+    const bool isAsk = arguments.command == Arguments::Command::ask;
+    if (isAsk && arguments.request.isEmpty())
+        return Failure{u"ask needs a request, for example: dugwise ask notes from last week"_s};
+    if (!isAsk && !arguments.request.isEmpty())
+        return Failure{u"chat reads its requests from standard input, a line each"_s};
+    return arguments;
+}
+
+Outcome<Arguments> parseFolders(Arguments arguments, const Words &words)
+{
+    const QString action = words.plain.value(1, u"list"_s);
+    if (action == "list"_L1) {
+        arguments.command = Arguments::Command::foldersList;
+        return withoutOptions(arguments, words, 2);
+    }
+    const bool isAdd = action == "add"_L1;
+    if (!isAdd && action != "remove"_L1)
+        return Failure{u"folders knows list, add DIR and remove DIR, not: %1"_s.arg(action)};
+    const QString folder = words.plain.value(2);
+    if (folder.isEmpty())
+        return Failure{u"folders %1 needs a folder"_s.arg(action)};
+    arguments.command = isAdd ? Arguments::Command::foldersAdd : Arguments::Command::foldersRemove;
+    arguments.folder = QDir::cleanPath(QDir::current().absoluteFilePath(folder));
+    return withoutOptions(arguments, words, 3);
+}
+
+} // namespace
+
+Outcome<Arguments> parseArguments(const QStringList &all)
+{
+    const Words words = split(all);
+    Arguments arguments;
+    if (words.plain.isEmpty()) {
+        const QString option = words.options.value(0);
+        if (option == "--help"_L1)
+            return arguments;
+        if (option == "--version"_L1) {
+            arguments.command = Arguments::Command::version;
+            return arguments;
+        }
+        return option.isEmpty() ? Failure{u"nothing to do; see dugwise --help"_s}
+                                : unknownOption(option);
+    }
+    if (words.options.contains("--help"_L1))
+        return arguments;
+
+    const QString &command = words.plain.first();
+    if (command == "ask"_L1 || command == "chat"_L1) {
+        arguments.command =
+            command == "ask"_L1 ? Arguments::Command::ask : Arguments::Command::chat;
+        return parseRequest(arguments, words);
+    }
+    if (command == "folders"_L1)
+        return parseFolders(arguments, words);
+    if (command == "index"_L1 || command == "status"_L1) {
+        arguments.command =
+            command == "index"_L1 ? Arguments::Command::index : Arguments::Command::status;
+        return withoutOptions(arguments, words, 1);
+    }
+    return Failure{u"unknown command: %1 (see dugwise --help)"_s.arg(command)};
+}
+
+QString helpText()
+{
+    return uR"(Dugwise finds your files from what you remember of them, on this machine alone.
+
+  dugwise ask [options] REQUEST...     one request, one answer
+  dugwise chat [options]               one conversation: a request a line on standard input
+  dugwise folders [list | add DIR | remove DIR]
+  dugwise index                        walk every folder again
+  dugwise status                       what is indexed, what is on, and why not
+  dugwise --help | --version
+
+Options of ask and chat:
+  --json               one JSON object a request, on one line
+  --no-semantic        do not search by meaning
+  --no-system-search   do not search beyond the indexed folders
+  --no-model           do not use a language model
+)"_s;
+}
+
+} // namespace dugwise

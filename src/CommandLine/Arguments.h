@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Utilities/Outcome.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace dugwise {
+
+/// What a command line asks for.
+struct Arguments
+{
+    enum class Command {
+        ask,
+        chat,
+        foldersList,
+        foldersAdd,
+        foldersRemove,
+        index,
+        status,
+        help,
+        version,
+    };
+
+    Command command = Command::help;
+    QString request; ///< of ask
+    QString folder;  ///< of folders add and folders remove: absolute
+    bool json = false;
+    bool useSemantic = true;
+    bool useSystemSearch = true;
+    bool useModel = true;
+};
+
+/// Reads the words behind the program's name; a failure says in one line what is wrong.
+[[nodiscard]] Outcome<Arguments> parseArguments(const QStringList &words);
+
+/// What --help prints.
+[[nodiscard]] QString helpText();
+
+} // namespace dugwise

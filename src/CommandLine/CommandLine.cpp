@@ -1,0 +1,220 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "CommandLine/CommandLine.h"
+
+#include "CommandLine/AnswerJson.h"
+#include "CommandLine/AnswerText.h"
+#include "CommandLine/ProgressBar.h"
+#include "CommandLine/StatusText.h"
+#include "Models/AppState.h"
+#include "Platform/Platform.h"
+#include "Services/FileIndexer.h"
+
+#include <QEventLoop>
+#include <QFileInfo>
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <iostream>
+#include <string>
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise {
+
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kMisuse = 2;
+
+/// Runs the event loop until `isReached` holds, asking again at each `changed` of `sender`.
+template <typename Sender, typename Predicate>
+void waitUntil(const Sender &sender, void (Sender::*changed)(), Predicate isReached)
+{
+    QEventLoop loop;
+    QObject::connect(&sender, changed, &loop, [&] {
+        if (isReached())
+            loop.quit();
+    });
+    if (!isReached())
+        loop.exec();
+}
+
+void print(const QByteArray &bytes)
+{
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
+    std::fflush(stdout);
+}
+
+void print(const QString &text)
+{
+    print(text.toUtf8());
+}
+
+bool isTerminal(int descriptor)
+{
+    return ::isatty(descriptor) != 0;
+}
+
+} // namespace
+
+CommandLine::CommandLine(const Platform &platform, AppState &appState, FileIndexer &fileIndexer)
+    : m_platform(platform)
+    , m_appState(appState)
+    , m_fileIndexer(fileIndexer)
+{}
+
+int CommandLine::run(const Arguments &arguments)
+{
+    switch (arguments.command) {
+    case Arguments::Command::ask:
+        return ask(arguments);
+    case Arguments::Command::chat:
+        return chat(arguments);
+    case Arguments::Command::foldersList:
+        return listFolders();
+    case Arguments::Command::foldersAdd:
+        return addFolder(arguments.folder);
+    case Arguments::Command::foldersRemove:
+        return removeFolder(arguments.folder);
+    case Arguments::Command::index:
+        return index();
+    case Arguments::Command::status:
+        return status();
+    case Arguments::Command::help:
+    case Arguments::Command::version:
+        break; // answered before there is anything to run on
+    }
+    return kDone;
+}
+
+void CommandLine::waitUntilSettled()
+{
+    const ProgressBar bar(m_fileIndexer);
+    waitUntil(m_fileIndexer, &FileIndexer::settled, [&] { return !m_fileIndexer.isBusy(); });
+}
+
+void CommandLine::waitUntilReady()
+{
+    waitUntilSettled();
+    waitUntil(m_appState, &AppState::accessAnswered, [&] { return m_appState.isAccessAnswered(); });
+    if (m_fileIndexer.indexedFiles().isEmpty() && isTerminal(STDERR_FILENO))
+        complain(u"the index is empty; `dugwise index` walks the folders again"_s);
+}
+
+int CommandLine::ask(const Arguments &arguments)
+{
+    waitUntilReady();
+    answer(arguments.request, arguments.json);
+    return kDone;
+}
+
+int CommandLine::chat(const Arguments &arguments)
+{
+    waitUntilReady();
+    const bool isPrompting = isTerminal(STDIN_FILENO) && isTerminal(STDERR_FILENO);
+    std::string line;
+    for (;;) {
+        if (isPrompting)
+            std::fputs("> ", stderr);
+        if (!std::getline(std::cin, line))
+            break;
+        const QString request = QString::fromStdString(line).trimmed();
+        if (request.isEmpty())
+            continue;
+        answer(request, arguments.json);
+        if (!arguments.json)
+            print(u"\n"_s);
+    }
+    return kDone;
+}
+
+void CommandLine::answer(const QString &request, bool json)
+{
+    m_appState.submitQuery(request, m_fileIndexer.indexedFiles());
+    waitUntil(m_appState, &AppState::answered, [&] { return !m_appState.isSearching(); });
+    const ChatMessage &message = m_appState.messages().last();
+    if (json) {
+        print(answerJson(request, message) + '\n');
+        return;
+    }
+    const TextStyle style{.isTerminal = isTerminal(STDOUT_FILENO), .home = m_platform.folders.home};
+    print(answerText(message, style, m_platform.clock.now()));
+}
+
+int CommandLine::listFolders()
+{
+    waitUntilSettled();
+    for (const QUrl &folder : m_fileIndexer.indexedFolderURLs())
+        print(folder.toLocalFile() + u'\n');
+    return kDone;
+}
+
+int CommandLine::addFolder(const QString &folder)
+{
+    if (!QFileInfo(folder).isDir()) {
+        complain(u"%1 is not a folder"_s.arg(folder));
+        return kMisuse;
+    }
+    waitUntilSettled();
+    m_fileIndexer.addFolderURL(QUrl::fromLocalFile(folder));
+    waitUntilSettled();
+    print(
+        u"%1 is indexed; %2 files in all.\n"_s.arg(folder).arg(m_fileIndexer.totalFilesIndexed()));
+    return kDone;
+}
+
+int CommandLine::removeFolder(const QString &folder)
+{
+    waitUntilSettled();
+    const QUrl url = QUrl::fromLocalFile(folder);
+    if (!m_fileIndexer.indexedFolderURLs().contains(url)) {
+        complain(u"%1 is not an indexed folder"_s.arg(folder));
+        return kMisuse;
+    }
+    m_fileIndexer.removeFolder(url);
+    waitUntilSettled();
+    print(u"%1 is no longer indexed; %2 files are left.\n"_s.arg(folder).arg(
+        m_fileIndexer.indexedFiles().size()));
+    return kDone;
+}
+
+int CommandLine::index()
+{
+    waitUntilSettled();
+    m_fileIndexer.reindexAll();
+    waitUntilSettled();
+    print(u"%1 files indexed in %2 folders.\n"_s.arg(m_fileIndexer.totalFilesIndexed())
+              .arg(m_fileIndexer.indexedFolderURLs().size()));
+    return kDone;
+}
+
+int CommandLine::status()
+{
+    waitUntilSettled();
+    waitUntil(m_appState, &AppState::accessAnswered, [&] { return m_appState.isAccessAnswered(); });
+    print(statusText(m_platform, m_appState, m_fileIndexer));
+    return kDone;
+}
+
+bool answersOnStandardOutput(Arguments::Command command)
+{
+    switch (command) {
+    case Arguments::Command::ask:
+    case Arguments::Command::chat:
+    case Arguments::Command::foldersList:
+    case Arguments::Command::status:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void complain(const QString &problem)
+{
+    const QByteArray line = u"dugwise: %1\n"_s.arg(printable(problem)).toUtf8();
+    std::fputs(line.constData(), stderr);
+}
+
+} // namespace dugwise

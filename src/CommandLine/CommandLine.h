@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "CommandLine/Arguments.h"
+
+namespace dugwise {
+
+class AppState;
+class FileIndexer;
+struct Platform;
+
+/// Carries out one command on the application's own objects and returns the exit status: 0, 1 when
+/// it could not be done, 2 on misuse.
+class CommandLine
+{
+public:
+    CommandLine(const Platform &platform, AppState &appState, FileIndexer &fileIndexer);
+
+    [[nodiscard]] int run(const Arguments &arguments);
+
+private:
+    void waitUntilSettled();
+    void waitUntilReady();
+    [[nodiscard]] int ask(const Arguments &arguments);
+    [[nodiscard]] int chat(const Arguments &arguments);
+    [[nodiscard]] int listFolders();
+    [[nodiscard]] int addFolder(const QString &folder);
+    [[nodiscard]] int removeFolder(const QString &folder);
+    [[nodiscard]] int index();
+    [[nodiscard]] int status();
+    void answer(const QString &request, bool json);
+
+    const Platform &m_platform;
+    AppState &m_appState;
+    FileIndexer &m_fileIndexer;
+};
+
+/// Whether the command's answer goes to standard output, which must then hold nothing else.
+[[nodiscard]] bool answersOnStandardOutput(Arguments::Command command);
+
+/// Says on standard error, in one line, what is wrong.
+void complain(const QString &problem);
+
+} // namespace dugwise

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Models/AppServices.h"
+
+#include "Platform/Platform.h"
+#include "Services/MockLLMService.h"
+
+namespace dugwise {
+
+AppServices::AppServices(Platform &platform)
+    : llm(std::make_unique<MockLLMService>())
+    , calendar(std::make_unique<CalendarService>())
+    , mail(std::make_unique<MailSearchService>())
+    , messages(std::make_unique<MessagesService>())
+    , contacts(std::make_unique<ContactsService>())
+    , spotlight(platform.metadataIndex.get(), platform.metadataQueryCommand.get())
+{
+    search = std::make_unique<FileSearchService>(
+        std::make_unique<SemanticSearchService>(), spotlight, platform.clock);
+}
+
+} // namespace dugwise

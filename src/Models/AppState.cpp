@@ -1,0 +1,332 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Models/AppState.h"
+
+#include "Models/CrossAppResults.h"
+#include "Platform/Platform.h"
+#include "Utilities/DateIntentParser.h"
+
+#include <QCoroFuture>
+#include <QPointer>
+#include <QSet>
+#include <QThread>
+#include <QtConcurrentRun>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise {
+
+namespace {
+
+constexpr qsizetype kMostRecentSearches = 10;
+constexpr qsizetype kMostResults = 20;
+constexpr qsizetype kMostUnscoredHits = 10;
+constexpr double kUnscoredHitScore = 5;
+constexpr int kMessagesAskedFor = 10;
+
+IndexedFile toIndexedFile(const SpotlightSearchHit &hit, Instant now)
+{
+    const Instant date = hit.modifiedDate.value_or(now);
+    return IndexedFile({
+        .id = QUuid::createUuid(),
+        .name = hit.name,
+        .path = hit.path,
+        .fileExtension = hit.fileExtension,
+        .size = hit.size,
+        .createdDate = date,
+        .modifiedDate = date,
+        .folderPath = hit.folderPath,
+        .extractedText = std::nullopt,
+        .lastUsedDate = std::nullopt,
+        .downloadDate = std::nullopt,
+        .downloadSource = std::nullopt,
+    });
+}
+
+/// The hits that are not among the results, as files that can be scored.
+QList<IndexedFile>
+filesBeyond(const QList<SearchResult> &results, const QList<SpotlightSearchHit> &hits, Instant now)
+{
+    QSet<QString> known;
+    for (const SearchResult &result : results)
+        known.insert(result.file->path);
+    QList<IndexedFile> files;
+    for (const SpotlightSearchHit &hit : hits) {
+        if (!known.contains(hit.path))
+            files.append(toIndexedFile(hit, now));
+    }
+    return files;
+}
+
+/// What is shown of hits in which the scoring saw nothing.
+QList<SearchResult> unscoredResults(const QList<IndexedFile> &files)
+{
+    QList<SearchResult> results;
+    for (const IndexedFile &file : files.first(std::min(files.size(), kMostUnscoredHits))) {
+        results.append({QUuid::createUuid(),
+                        file,
+                        kUnscoredHitScore,
+                        {SearchResult::MatchReason::filename},
+                        u"Found via Spotlight system search."_s});
+    }
+    return results;
+}
+
+QList<SearchResult> best(QList<SearchResult> results)
+{
+    std::ranges::stable_sort(results, std::ranges::greater(), &SearchResult::relevanceScore);
+    results.resize(std::min(results.size(), kMostResults));
+    return results;
+}
+
+} // namespace
+
+AppState::AppState(Platform &platform, AppServices services, QObject *parent)
+    : QObject(parent)
+    , m_platform(platform)
+    , m_services(std::move(services))
+    , m_recentSearches(platform.userDefaults.stringList(kRecentSearchesKey).value_or(QStringList()))
+    , m_aiStatusLabel(u"Checking..."_s)
+{
+    m_workers.setMaxThreadCount(std::max(2, QThread::idealThreadCount()));
+    publish(m_aiStatusLabel, m_services.llm->statusLabel(), &AppState::aiStatusLabelChanged);
+    publish(m_messagesAccessible,
+            m_services.messages->isAccessible(),
+            &AppState::messagesAccessibleChanged);
+    requestAccess();
+}
+
+AppState::~AppState()
+{
+    m_workers.waitForDone();
+}
+
+bool AppState::isAIAvailable() const
+{
+    return m_services.llm->isAvailable();
+}
+
+void AppState::setSelectedSidebarItem(SidebarItem item)
+{
+    publish(m_selectedSidebarItem, item, &AppState::selectedSidebarItemChanged);
+}
+
+void AppState::setSelectedResult(const std::optional<SearchResult> &result)
+{
+    publish(m_selectedResult, result, &AppState::selectedResultChanged);
+}
+
+void AppState::setPendingQuery(const std::optional<QString> &query)
+{
+    publish(m_pendingQuery, query, &AppState::pendingQueryChanged);
+}
+
+void AppState::submitQuery(const QString &text, const QList<IndexedFile> &files)
+{
+    const QString query = text.trimmed();
+    if (query.isEmpty())
+        return;
+    appendMessage({
+        .id = QUuid::createUuid(),
+        .content = query,
+        .isUser = true,
+        .timestamp = m_platform.clock.now(),
+        .results = {},
+        .crossAppResults = {},
+        .insights = std::nullopt,
+    });
+    addRecentSearch(query);
+    publish(m_isSearching, true, &AppState::isSearchingChanged);
+    answer(query, files);
+}
+
+void AppState::clearChat()
+{
+    m_messages.clear();
+    Q_EMIT messagesChanged();
+    m_selectedResult.reset();
+    Q_EMIT selectedResultChanged();
+    m_lastResults.clear();
+    Q_EMIT lastResultsChanged();
+    m_lastCrossAppResults.clear();
+    Q_EMIT lastCrossAppResultsChanged();
+    m_previewInsights.reset();
+    Q_EMIT previewInsightsChanged();
+}
+
+QCoro::Task<void> AppState::requestAccess()
+{
+    const QPointer<AppState> self(this);
+    co_await m_services.calendar->requestAccess();
+    if (!self)
+        co_return;
+    co_await m_services.contacts->requestAccess();
+    if (!self)
+        co_return;
+    publish(m_calendarEnabled, m_services.calendar->hasAccess(), &AppState::calendarEnabledChanged);
+    publish(m_contactsEnabled, m_services.contacts->hasAccess(), &AppState::contactsEnabledChanged);
+    m_isAccessAnswered = true;
+    Q_EMIT accessAnswered();
+}
+
+QCoro::Task<void> AppState::answer(QString query, QList<IndexedFile> files)
+{
+    const QPointer<AppState> self(this);
+    const std::optional<ParsedSearchIntent> intent = co_await m_services.llm->parseQuery(query);
+    if (!self)
+        co_return;
+    // Both run up to their first wait here, and side by side from there on.
+    QCoro::Task<QList<SearchResult>> fileSearch = performFileSearch(query, intent, files);
+    QCoro::Task<QList<CrossAppResult>> crossAppSearch = performCrossAppSearch(query, intent);
+    const QList<SearchResult> results = co_await fileSearch;
+    const QList<CrossAppResult> crossAppResults = co_await crossAppSearch;
+    if (!self)
+        co_return;
+    const QList<SearchResult> ranked = co_await m_services.llm->rerankResults(query, results);
+    if (!self)
+        co_return;
+    const QString text = co_await m_services.llm->generateResponse(query, ranked, crossAppResults);
+    if (!self)
+        co_return;
+
+    m_lastResults = ranked;
+    Q_EMIT lastResultsChanged();
+    m_lastCrossAppResults = crossAppResults;
+    Q_EMIT lastCrossAppResultsChanged();
+    const ChatMessage message{
+        .id = QUuid::createUuid(),
+        .content = text,
+        .isUser = false,
+        .timestamp = m_platform.clock.now(),
+        .results = ranked,
+        .crossAppResults = crossAppResults,
+        .insights = std::nullopt,
+    };
+    appendMessage(message);
+    publish(m_isSearching, false, &AppState::isSearchingChanged);
+    Q_EMIT answered();
+}
+
+QCoro::Task<QList<SearchResult>> AppState::performFileSearch(
+    QString query, std::optional<ParsedSearchIntent> intent, QList<IndexedFile> files)
+{
+    const QPointer<AppState> self(this);
+    if (intent)
+        enrich(*intent);
+    const QFuture<QList<SearchResult>> indexSearch = search(query, intent, files);
+    QList<SearchResult> results = co_await indexSearch;
+    if (!self)
+        co_return results;
+    const QList<SpotlightSearchHit> hits = co_await m_services.spotlight.searchSpotlight(query);
+    if (!self)
+        co_return results;
+    const QList<IndexedFile> beyond = filesBeyond(results, hits, m_platform.clock.now());
+    if (!beyond.isEmpty()) {
+        const QFuture<QList<SearchResult>> scoring = search(query, intent, beyond);
+        const QList<SearchResult> scored = co_await scoring;
+        if (scored.isEmpty())
+            results.append(unscoredResults(beyond));
+        else
+            results.append(scored);
+    }
+    const QList<SearchResult> kept = best(results);
+    co_return kept;
+}
+
+QCoro::Task<QList<CrossAppResult>>
+AppState::performCrossAppSearch(QString query, std::optional<ParsedSearchIntent> intent)
+{
+    const QPointer<AppState> self(this);
+    if (intent && !intent->wantsCrossApp)
+        co_return QList<CrossAppResult>();
+    const QStringList people = intent ? intent->personNames : QStringList();
+    const QStringList emails = emailsOf(people);
+    std::optional<QString> sender;
+    if (!emails.isEmpty())
+        sender = emails.first();
+    std::optional<DateIntentParser::DateRange> dateRange;
+    if (intent)
+        dateRange = intent->dateRange;
+
+    const QList<MailSearchResult> mails =
+        co_await m_services.mail->searchMail(query, sender, dateRange);
+    QList<CrossAppResult> results = crossAppResults(mails);
+    if (!self)
+        co_return results;
+    if (m_messagesAccessible) {
+        std::optional<QString> contact = sender;
+        if (!contact && !people.isEmpty())
+            contact = people.first();
+        const QString words = DateIntentParser::extractKeywords(query).join(u' ');
+        results.append(
+            crossAppResults(m_services.messages->searchMessages(words, contact, kMessagesAskedFor),
+                            m_platform.clock.now()));
+    }
+    if (m_calendarEnabled)
+        results.append(crossAppResults(m_services.calendar->searchEvents(query, dateRange)));
+    co_return results;
+}
+
+void AppState::addRecentSearch(const QString &query)
+{
+    QStringList searches = m_recentSearches;
+    searches.removeAll(query);
+    searches.prepend(query);
+    searches.resize(std::min(searches.size(), kMostRecentSearches));
+    publish(m_recentSearches, searches, &AppState::recentSearchesChanged);
+    m_platform.userDefaults.setStringList(kRecentSearchesKey, searches);
+}
+
+/// Adds what calendar and contacts know about the people whom the request names.
+void AppState::enrich(ParsedSearchIntent &intent) const
+{
+    if (intent.personNames.isEmpty())
+        return;
+    if (m_calendarEnabled && !intent.dateRange)
+        intent.dateRange = m_services.calendar->findDateAnchor(intent.personNames.first());
+    for (const QString &email : emailsOf(intent.personNames)) {
+        const QString domain = email.section(u'@', -1);
+        if (!domain.isEmpty())
+            intent.keywords.append(domain);
+    }
+}
+
+QStringList AppState::emailsOf(const QStringList &personNames) const
+{
+    QStringList emails;
+    if (!m_contactsEnabled)
+        return emails;
+    for (const QString &name : personNames) {
+        for (const ResolvedContact &contact : m_services.contacts->findContacts(name))
+            emails.append(contact.emails);
+    }
+    return emails;
+}
+
+QFuture<QList<SearchResult>> AppState::search(const QString &query,
+                                              const std::optional<ParsedSearchIntent> &intent,
+                                              const QList<IndexedFile> &files)
+{
+    // The service outlives the workers, which the destructor waits for.
+    return QtConcurrent::run(
+        &m_workers, &FileSearchService::search, m_services.search.get(), query, intent, files);
+}
+
+void AppState::appendMessage(const ChatMessage &message)
+{
+    m_messages.append(message);
+    Q_EMIT messagesChanged();
+}
+
+template <typename T>
+void AppState::publish(T &field, const T &value, void (AppState::*changed)())
+{
+    if (field == value)
+        return;
+    field = value;
+    Q_EMIT(this->*changed)();
+}
+
+} // namespace dugwise

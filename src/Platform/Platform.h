@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/FolderPicker.h"
+#include "Platform/MetadataItem.h"
+#include "Platform/MetadataQueryCommand.h"
+#include "Platform/PDFDocument.h"
+#include "Platform/StandardFolders.h"
+#include "Platform/UserDefaults.h"
+#include "Utilities/Clock.h"
+
+#include <functional>
+#include <memory>
+
+namespace dugwise {
+
+/// Everything that this system can do for the services, handed down from the entry. A null
+/// facility is one that this system, or this way of running, does not have.
+struct Platform
+{
+    explicit Platform(StandardFolders standardFolders);
+
+    StandardFolders folders;
+    UserDefaults userDefaults;
+    Clock clock;
+    /// Where the few log lines go; standard output unless told otherwise.
+    std::function<void(const QString &line)> log;
+    std::unique_ptr<FolderPicker> folderPicker;
+    std::unique_ptr<PDFDocumentReader> pdfDocuments;
+    std::unique_ptr<MetadataIndex> metadataIndex;
+    std::unique_ptr<MetadataQueryCommand> metadataQueryCommand;
+};
+
+} // namespace dugwise

@@ -1,0 +1,438 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Services/FileIndexer.h"
+
+#include "Platform/DirectoryListing.h"
+#include "Platform/FolderBookmark.h"
+#include "Platform/Platform.h"
+
+#include <QCoroFuture>
+#include <QDir>
+#include <QFileInfo>
+#include <QPointer>
+#include <QThread>
+#include <QtConcurrentRun>
+
+#include <algorithm>
+#include <deque>
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise {
+
+namespace {
+
+/// Files whose records one worker makes at a time; their appending takes well below a frame.
+constexpr qsizetype kBatch = 32;
+
+using Resolved = QList<Outcome<QString>>;
+
+Resolved resolveAll(const QByteArrayList &bookmarks)
+{
+    Resolved resolved;
+    for (const QByteArray &bookmark : bookmarks)
+        resolved.append(FolderBookmark::resolve(bookmark));
+    return resolved;
+}
+
+QStringList existingFolders(const QStringList &paths)
+{
+    QStringList existing;
+    std::ranges::copy_if(paths, std::back_inserter(existing), [](const QString &path) {
+        return !path.isEmpty() && QFileInfo(path).isDir();
+    });
+    return existing;
+}
+
+QString folderPath(const QUrl &folder)
+{
+    return QDir::cleanPath(folder.toLocalFile());
+}
+
+bool isBelow(const QString &path, const QString &folder)
+{
+    return path.startsWith(folder.endsWith(u'/') ? folder : folder + u'/');
+}
+
+} // namespace
+
+/// Counts one task of the indexer for as long as it lives.
+class FileIndexer::Task
+{
+public:
+    explicit Task(FileIndexer &indexer)
+        : m_indexer(&indexer)
+    {
+        ++indexer.m_tasks;
+    }
+    Q_DISABLE_COPY_MOVE(Task)
+    ~Task()
+    {
+        FileIndexer *const indexer = m_indexer.data();
+        if (indexer && --indexer->m_tasks == 0)
+            Q_EMIT indexer->settled();
+    }
+
+private:
+    QPointer<FileIndexer> m_indexer;
+};
+
+FileIndexer::FileIndexer(Platform &platform, QObject *parent)
+    : QObject(parent)
+    , m_platform(platform)
+    , m_store(platform.folders.data, kIndexFileName, m_workers)
+{
+    m_workers.setMaxThreadCount(std::max(2, QThread::idealThreadCount()));
+    startUp();
+}
+
+FileIndexer::~FileIndexer()
+{
+    m_stop.request_stop();
+    m_workers.clear();
+    m_workers.waitForDone();
+}
+
+QCoro::Task<void> FileIndexer::startUp()
+{
+    const QPointer<FileIndexer> self(this);
+    const Task task(*this);
+    const StandardFolders &standard = m_platform.folders;
+    const QStringList common{standard.documents, standard.downloads, standard.desktop};
+    const QByteArrayList bookmarks =
+        m_platform.userDefaults.byteArrayList(kBookmarksKey).value_or(QByteArrayList());
+    const QStringList paths =
+        m_platform.userDefaults.stringList(kFolderPathsKey).value_or(QStringList());
+    const QFuture<Resolved> resolving = QtConcurrent::run(&m_workers, resolveAll, bookmarks);
+    const QFuture<QStringList> checking = QtConcurrent::run(&m_workers, existingFolders, paths);
+    const QFuture<QStringList> checkingCommon =
+        QtConcurrent::run(&m_workers, existingFolders, common);
+
+    const Resolved resolved = co_await resolving;
+    if (!self)
+        co_return;
+    for (const Outcome<QString> &folder : resolved) {
+        if (folder)
+            appendFolder(*folder);
+        else
+            m_platform.log(u"Failed to resolve bookmark: "_s + folder.error());
+    }
+    const QStringList saved = co_await checking;
+    if (!self)
+        co_return;
+    for (const QString &path : saved)
+        appendFolder(path);
+
+    const std::optional<QList<IndexedFile>> files = co_await m_store.load();
+    if (!self)
+        co_return;
+    setIndexedFiles(files.value_or(QList<IndexedFile>()));
+    countFiles();
+
+    const QStringList present = co_await checkingCommon;
+    if (!self)
+        co_return;
+    const auto added =
+        std::ranges::count_if(present, [&](const QString &path) { return appendFolder(path); });
+    if (added == 0)
+        co_return;
+    saveFolderPaths();
+    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
+    if (!self)
+        co_return;
+    adopt(*turn);
+    for (const QString &path : common) {
+        if (!isListed(path))
+            continue;
+        co_await walk(path);
+        if (!self)
+            co_return;
+    }
+}
+
+void FileIndexer::addFolder()
+{
+    if (m_platform.folderPicker)
+        pickFolder();
+}
+
+QCoro::Task<void> FileIndexer::pickFolder()
+{
+    const QPointer<FileIndexer> self(this);
+    const QString message = u"Select a folder to index"_s;
+    const QString confirmLabel = u"Index Folder"_s;
+    const std::optional<QString> folder =
+        co_await m_platform.folderPicker->pickFolder(message, confirmLabel);
+    if (self && folder)
+        addFolderURL(QUrl::fromLocalFile(*folder));
+}
+
+void FileIndexer::addFolderURL(const QUrl &folder)
+{
+    const QString path = folderPath(folder);
+    if (isListed(path))
+        return;
+    saveBookmark(path);
+    appendFolder(path);
+    saveFolderPaths();
+    indexFolder(QUrl::fromLocalFile(path));
+}
+
+QCoro::Task<void> FileIndexer::saveBookmark(QString folder)
+{
+    const QPointer<FileIndexer> self(this);
+    const Task task(*this);
+    const QFuture<Outcome<QByteArray>> creating =
+        QtConcurrent::run(&m_workers, FolderBookmark::create, folder);
+    const Outcome<QByteArray> bookmark = co_await creating;
+    if (!self)
+        co_return;
+    if (!bookmark) {
+        m_platform.log(u"Failed to save bookmark: "_s + bookmark.error());
+        co_return;
+    }
+    UserDefaults &defaults = m_platform.userDefaults;
+    QByteArrayList bookmarks = defaults.byteArrayList(kBookmarksKey).value_or(QByteArrayList());
+    bookmarks.append(*bookmark);
+    defaults.setByteArrayList(kBookmarksKey, bookmarks);
+}
+
+void FileIndexer::removeFolder(const QUrl &folder)
+{
+    const QString path = folderPath(folder);
+    m_indexedFolderURLs.removeAll(QUrl::fromLocalFile(path));
+    Q_EMIT indexedFolderURLsChanged();
+    removeRecordsBelow(path);
+    saveFolderPaths();
+    removeBookmark(path);
+    saveRemoval(path);
+}
+
+QCoro::Task<void> FileIndexer::removeBookmark(QString folder)
+{
+    const QPointer<FileIndexer> self(this);
+    const Task task(*this);
+    const QByteArrayList bookmarks =
+        m_platform.userDefaults.byteArrayList(kBookmarksKey).value_or(QByteArrayList());
+    const QFuture<Resolved> resolving = QtConcurrent::run(&m_workers, resolveAll, bookmarks);
+    const Resolved resolved = co_await resolving;
+    if (!self)
+        co_return;
+    QByteArrayList kept;
+    for (qsizetype i = 0; i < bookmarks.size(); ++i) {
+        if (!resolved[i] || *resolved[i] != folder)
+            kept.append(bookmarks[i]);
+    }
+    if (kept.size() < bookmarks.size())
+        m_platform.userDefaults.setByteArrayList(kBookmarksKey, kept);
+}
+
+QCoro::Task<void> FileIndexer::saveRemoval(QString folder)
+{
+    const QPointer<FileIndexer> self(this);
+    const Task task(*this);
+    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
+    if (!self)
+        co_return;
+    adopt(*turn);
+    if (!isListed(folder))
+        removeRecordsBelow(folder);
+    co_await saveIndex();
+}
+
+void FileIndexer::reindexAll()
+{
+    reindex();
+}
+
+QCoro::Task<void> FileIndexer::reindex()
+{
+    const QPointer<FileIndexer> self(this);
+    const Task task(*this);
+    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
+    if (!self)
+        co_return;
+    setIndexedFiles({});
+    setIsIndexing(true);
+    setIndexingProgress(0);
+    const QList<QUrl> folders = m_indexedFolderURLs;
+    for (const QUrl &folder : folders) {
+        const QString path = folderPath(folder);
+        co_await walk(path);
+        if (!self)
+            co_return;
+    }
+    setIsIndexing(false);
+}
+
+QCoro::Task<void> FileIndexer::indexFolder(QUrl folder)
+{
+    const QPointer<FileIndexer> self(this);
+    const Task task(*this);
+    setIsIndexing(true);
+    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
+    if (!self)
+        co_return;
+    adopt(*turn);
+    const QString path = folderPath(folder);
+    co_await walk(path);
+}
+
+/// Lists the folder, has its records made by the workers, a few batches ahead, and appends them in
+/// listing order. Stops early when the folder is removed meanwhile.
+QCoro::Task<void> FileIndexer::walk(QString folder)
+{
+    const QPointer<FileIndexer> self(this);
+    setIsIndexing(true);
+    setIndexingProgress(0);
+    const QFuture<std::optional<QList<ListedFile>>> listing =
+        QtConcurrent::run(&m_workers, listFolder, folder, m_stop.get_token());
+    const std::optional<QList<ListedFile>> listed = co_await listing;
+    if (!self)
+        co_return;
+    if (!listed) {
+        setIsIndexing(false);
+        co_return;
+    }
+
+    const auto batchesAhead = static_cast<std::size_t>(2 * m_workers.maxThreadCount());
+    const bool wasListed = isListed(folder);
+    std::deque<QFuture<QList<IndexedFile>>> batches;
+    qsizetype started = 0;
+    qsizetype done = 0;
+    while (done < listed->size() && isListed(folder) == wasListed) {
+        while (started < listed->size() && batches.size() < batchesAhead) {
+            batches.push_back(buildRecords(listed->mid(started, kBatch)));
+            started += kBatch;
+        }
+        const QFuture<QList<IndexedFile>> batch = batches.front();
+        batches.pop_front();
+        const QList<IndexedFile> records = co_await batch;
+        if (!self)
+            co_return;
+        append(records);
+        done = std::min(done + kBatch, listed->size());
+        setIndexingProgress(static_cast<double>(done) / static_cast<double>(listed->size()));
+    }
+    setIsIndexing(false);
+    countFiles();
+    co_await saveIndex();
+}
+
+QCoro::Task<void> FileIndexer::saveIndex()
+{
+    const QPointer<FileIndexer> self(this);
+    const Outcome<Success> outcome = co_await m_store.save(m_indexedFiles);
+    if (self && !outcome)
+        m_platform.log(u"Failed to save index: "_s + outcome.error());
+}
+
+bool FileIndexer::isListed(const QString &folder) const
+{
+    return m_indexedFolderURLs.contains(QUrl::fromLocalFile(folder));
+}
+
+bool FileIndexer::appendFolder(const QString &folder)
+{
+    if (isListed(folder))
+        return false;
+    m_indexedFolderURLs.append(QUrl::fromLocalFile(folder));
+    Q_EMIT indexedFolderURLsChanged();
+    return true;
+}
+
+void FileIndexer::saveFolderPaths()
+{
+    QStringList paths;
+    for (const QUrl &folder : std::as_const(m_indexedFolderURLs))
+        paths.append(folder.toLocalFile());
+    m_platform.userDefaults.setStringList(kFolderPathsKey, paths);
+}
+
+/// Takes over what another process has made of the index.
+void FileIndexer::adopt(const IndexStore::Turn &turn)
+{
+    if (turn.changedIndex)
+        setIndexedFiles(*turn.changedIndex);
+}
+
+void FileIndexer::setIndexedFiles(const QList<IndexedFile> &files)
+{
+    m_indexedFiles = files;
+    m_indexedPaths.clear();
+    for (const IndexedFile &file : files)
+        m_indexedPaths.insert(file->path);
+    Q_EMIT indexedFilesChanged();
+}
+
+void FileIndexer::removeRecordsBelow(const QString &folder)
+{
+    QList<IndexedFile> kept;
+    std::ranges::copy_if(m_indexedFiles, std::back_inserter(kept), [&](const IndexedFile &file) {
+        return !isBelow(file->path, folder);
+    });
+    setIndexedFiles(kept);
+}
+
+/// Starts the making of records for those of `files` that have none.
+QFuture<QList<IndexedFile>> FileIndexer::buildRecords(const QList<ListedFile> &files)
+{
+    QList<ListedFile> missing;
+    std::ranges::copy_if(files, std::back_inserter(missing), [&](const ListedFile &file) {
+        return !m_indexedPaths.contains(file.path());
+    });
+    const FileRecordSources sources{
+        .spotlightService = SpotlightMetadataService(m_platform.metadataIndex.get(),
+                                                     m_platform.metadataQueryCommand.get()),
+        .pdfDocuments = m_platform.pdfDocuments.get(),
+        .clock = m_platform.clock,
+    };
+    const auto build = [missing, sources, stop = m_stop.get_token()] {
+        QList<IndexedFile> records;
+        for (const ListedFile &file : missing) {
+            if (const auto record = createIndexedFile(file, sources, stop))
+                records.append(*record);
+        }
+        return records;
+    };
+    return QtConcurrent::run(&m_workers, build);
+}
+
+void FileIndexer::append(const QList<IndexedFile> &records)
+{
+    if (records.isEmpty())
+        return;
+    for (const IndexedFile &record : records) {
+        if (m_indexedPaths.contains(record->path))
+            continue;
+        m_indexedPaths.insert(record->path);
+        m_indexedFiles.append(record);
+    }
+    Q_EMIT indexedFilesChanged();
+}
+
+void FileIndexer::setIsIndexing(bool isIndexing)
+{
+    if (m_isIndexing == isIndexing)
+        return;
+    m_isIndexing = isIndexing;
+    Q_EMIT isIndexingChanged();
+}
+
+void FileIndexer::setIndexingProgress(double progress)
+{
+    if (m_indexingProgress == progress)
+        return;
+    m_indexingProgress = progress;
+    Q_EMIT indexingProgressChanged();
+}
+
+void FileIndexer::countFiles()
+{
+    if (m_totalFilesIndexed == m_indexedFiles.size())
+        return;
+    m_totalFilesIndexed = m_indexedFiles.size();
+    Q_EMIT totalFilesIndexedChanged();
+}
+
+} // namespace dugwise

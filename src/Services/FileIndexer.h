@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Models/Records/IndexedFile.h"
+#include "Services/FileRecord.h"
+#include "Services/IndexStore.h"
+
+#include <QCoroTask>
+#include <QLatin1StringView>
+#include <QList>
+#include <QObject>
+#include <QSet>
+#include <QThreadPool>
+#include <QUrl>
+
+#include <functional>
+#include <stop_token>
+
+namespace dugwise {
+
+struct Platform;
+
+/// Knows the folders that are indexed and the records of their files: restores both at start-up,
+/// walks folders and keeps the index file. Lives on the UI thread, where all of its state changes;
+/// files are listed and read in its own workers.
+class FileIndexer : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QList<QUrl> indexedFolderURLs READ indexedFolderURLs NOTIFY indexedFolderURLsChanged)
+    Q_PROPERTY(bool isIndexing READ isIndexing NOTIFY isIndexingChanged)
+    Q_PROPERTY(double indexingProgress READ indexingProgress NOTIFY indexingProgressChanged)
+    Q_PROPERTY(qsizetype totalFilesIndexed READ totalFilesIndexed NOTIFY totalFilesIndexedChanged)
+
+public:
+    static constexpr QLatin1StringView kBookmarksKey{"SavedFolderBookmarks"};
+    static constexpr QLatin1StringView kFolderPathsKey{"SavedFolderPaths"};
+    static constexpr QLatin1StringView kIndexFileName{"file_index.json"};
+
+    /// Starts the start-up sequence: folders from bookmarks and paths, the index from its file,
+    /// then the common folders that are not listed yet. `platform` outlives the indexer.
+    explicit FileIndexer(Platform &platform, QObject *parent = nullptr);
+    Q_DISABLE_COPY_MOVE(FileIndexer)
+    ~FileIndexer() override;
+
+    /// The index, in the order in which records were added.
+    [[nodiscard]] QList<IndexedFile> indexedFiles() const { return m_indexedFiles; }
+    /// The folders, in the order in which they were added.
+    [[nodiscard]] QList<QUrl> indexedFolderURLs() const { return m_indexedFolderURLs; }
+    [[nodiscard]] bool isIndexing() const { return m_isIndexing; }
+    /// Share of the current folder's files that are done, from 0 to 1.
+    [[nodiscard]] double indexingProgress() const { return m_indexingProgress; }
+    /// Number of records after the last load or walk.
+    [[nodiscard]] qsizetype totalFilesIndexed() const { return m_totalFilesIndexed; }
+    /// Whether the start-up, a walk or a save is under way or waiting; settled() tells the end.
+    [[nodiscard]] bool isBusy() const { return m_tasks > 0; }
+
+    /// Lets the person choose a folder, and adds it.
+    void addFolder();
+    /// Adds a folder and walks it; one that is listed already is left as it is.
+    void addFolderURL(const QUrl &folder);
+    /// Removes a folder and the records of the files below it.
+    void removeFolder(const QUrl &folder);
+    /// Forgets all records and walks every folder again.
+    void reindexAll();
+    /// Walks one folder and adds records for files that have none.
+    QCoro::Task<void> indexFolder(QUrl folder);
+
+Q_SIGNALS:
+    void indexedFilesChanged();
+    void indexedFolderURLsChanged();
+    void isIndexingChanged();
+    void indexingProgressChanged();
+    void totalFilesIndexedChanged();
+    void settled();
+
+private:
+    class Task;
+
+    QCoro::Task<void> startUp();
+    QCoro::Task<void> pickFolder();
+    QCoro::Task<void> saveBookmark(QString folder);
+    QCoro::Task<void> removeBookmark(QString folder);
+    QCoro::Task<void> saveRemoval(QString folder);
+    QCoro::Task<void> reindex();
+    QCoro::Task<void> walk(QString folder);
+    QCoro::Task<void> saveIndex();
+
+    [[nodiscard]] bool isListed(const QString &folder) const;
+    bool appendFolder(const QString &folder);
+    void saveFolderPaths();
+    void adopt(const IndexStore::Turn &turn);
+    void setIndexedFiles(const QList<IndexedFile> &files);
+    void removeRecordsBelow(const QString &folder);
+    [[nodiscard]] QFuture<QList<IndexedFile>> buildRecords(const QList<ListedFile> &files);
+    void append(const QList<IndexedFile> &records);
+    void setIsIndexing(bool isIndexing);
+    void setIndexingProgress(double progress);
+    void countFiles();
+
+    Platform &m_platform;
+    QThreadPool m_workers;
+    std::stop_source m_stop;
+    IndexStore m_store;
+    QList<IndexedFile> m_indexedFiles;
+    QSet<QString> m_indexedPaths;
+    QList<QUrl> m_indexedFolderURLs;
+    bool m_isIndexing = false;
+    double m_indexingProgress = 0;
+    qsizetype m_totalFilesIndexed = 0;
+    int m_tasks = 0;
+};
+
+} // namespace dugwise

@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Services/IndexStore.h"
+
+#include "Platform/FileAttributes.h"
+#include "Platform/StandardFolders.h"
+#include "Services/IndexFile.h"
+
+#include <QThreadPool>
+#include <QTimer>
+#include <QtConcurrentRun>
+
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace dugwise {
+
+namespace {
+
+constexpr auto kLockRetryInterval = 50ms;
+
+QFuture<void> after(std::chrono::milliseconds time)
+{
+    // Shared with the timer that settles it.
+    const auto promise = std::make_shared<QPromise<void>>();
+    promise->start();
+    QTimer::singleShot(time, [promise] { promise->finish(); });
+    return promise->future();
+}
+
+} // namespace
+
+IndexStore::IndexStore(const QString &folder, const QString &fileName, QThreadPool &workers)
+    : m_state(std::make_shared<State>(State{.path = folder + u'/' + fileName,
+                                            .lockPath = folder + u'/' + fileName + ".lock"_L1,
+                                            .workers = workers}))
+{
+    makePrivateFolder(folder);
+}
+
+std::optional<IndexStore::Version> IndexStore::versionOnDisk(const QString &path)
+{
+    const auto attributes = fileAttributes(path);
+    if (!attributes)
+        return std::nullopt;
+    return Version{attributes->inode, attributes->size, attributes->modifiedDate};
+}
+
+QCoro::Task<std::optional<QList<IndexedFile>>> IndexStore::load()
+{
+    return load(m_state);
+}
+
+QCoro::Task<std::shared_ptr<IndexStore::Turn>> IndexStore::enter()
+{
+    return enter(m_state);
+}
+
+QCoro::Task<Outcome<Success>> IndexStore::save(QList<IndexedFile> files)
+{
+    return save(m_state, std::move(files));
+}
+
+QCoro::Task<std::optional<QList<IndexedFile>>> IndexStore::load(std::shared_ptr<State> state)
+{
+    state->version = versionOnDisk(state->path);
+    const QFuture<std::optional<QList<IndexedFile>>> loading =
+        QtConcurrent::run(&state->workers, IndexFile::load, state->path);
+    const std::optional<QList<IndexedFile>> files = co_await loading;
+    co_return files;
+}
+
+QCoro::Task<std::shared_ptr<IndexStore::Turn>> IndexStore::enter(std::shared_ptr<State> state)
+{
+    const auto turn = std::make_shared<Turn>();
+    turn->pass = co_await state->turnstile.enter();
+    turn->lock = FileLock(state->lockPath);
+    while (turn->lock.state() == FileLock::State::heldByAnother) {
+        const QFuture<void> pause = after(kLockRetryInterval);
+        co_await pause;
+        turn->lock = FileLock(state->lockPath);
+    }
+    if (state->version != versionOnDisk(state->path))
+        turn->changedIndex = co_await load(state);
+    co_return turn;
+}
+
+QCoro::Task<Outcome<Success>> IndexStore::save(std::shared_ptr<State> state,
+                                               QList<IndexedFile> files)
+{
+    const QFuture<Outcome<Success>> saving =
+        QtConcurrent::run(&state->workers, IndexFile::save, state->path, files);
+    const Outcome<Success> outcome = co_await saving;
+    state->version = versionOnDisk(state->path);
+    co_return outcome;
+}
+
+} // namespace dugwise

@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Models/Records/IndexedFile.h"
+#include "Platform/FileLock.h"
+#include "Utilities/Outcome.h"
+#include "Utilities/Turnstile.h"
+
+#include <QCoroTask>
+#include <QList>
+
+#include <memory>
+#include <optional>
+
+class QThreadPool;
+
+namespace dugwise {
+
+/// Keeps the index file, among all processes that use it: whoever changes the index first enters,
+/// which waits for every other change here and in other processes, and reads the file again if
+/// one of those wrote it. Its work runs in the given workers, its coroutines on the UI thread.
+class IndexStore
+{
+public:
+    /// Held while the index is being changed and saved.
+    struct Turn
+    {
+        std::shared_ptr<Turnstile::Pass> pass;
+        FileLock lock;
+        /// The index as another process has left it, where one has written it since the last load
+        /// or save here.
+        std::optional<QList<IndexedFile>> changedIndex;
+    };
+
+    IndexStore(const QString &folder, const QString &fileName, QThreadPool &workers);
+
+    [[nodiscard]] QCoro::Task<std::optional<QList<IndexedFile>>> load();
+    // Shared, since it cannot be copied and passes through several coroutines.
+    [[nodiscard]] QCoro::Task<std::shared_ptr<Turn>> enter();
+    [[nodiscard]] QCoro::Task<Outcome<Success>> save(QList<IndexedFile> files);
+
+private:
+    /// What tells one written file from the next.
+    struct Version
+    {
+        quint64 inode = 0;
+        qint64 size = 0;
+        Instant modifiedDate;
+
+        bool operator==(const Version &) const = default;
+    };
+    struct State
+    {
+        QString path;
+        QString lockPath;
+        QThreadPool &workers;
+        Turnstile turnstile{};
+        std::optional<Version> version{}; ///< the file as last loaded or saved here
+    };
+
+    static std::optional<Version> versionOnDisk(const QString &path);
+    static QCoro::Task<std::optional<QList<IndexedFile>>> load(std::shared_ptr<State> state);
+    static QCoro::Task<std::shared_ptr<Turn>> enter(std::shared_ptr<State> state);
+    static QCoro::Task<Outcome<Success>> save(std::shared_ptr<State> state,
+                                              QList<IndexedFile> files);
+
+    // Shared with the tasks under way, which may outlive the store.
+    std::shared_ptr<State> m_state;
+};
+
+} // namespace dugwise

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Models/Records/Instant.h"
+
+#include <QString>
+
+namespace dugwise {
+
+/// How units are named in relative times.
+enum class UnitStyle {
+    full,
+    abbreviated,
+};
+
+/// `then` told relative to `now` in the user's locale, in the largest whole calendar unit:
+/// "3 days ago", "in 2 hours".
+[[nodiscard]] QString relativeTime(Instant then, Instant now, UnitStyle style = UnitStyle::full);
+
+/// A byte count in decimal units in the user's locale: "2.1 MB".
+[[nodiscard]] QString byteCount(qint64 bytes);
+
+} // namespace dugwise

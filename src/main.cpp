@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "CommandLine/CommandLine.h"
+#include "DugwiseApp.h"
+#include "Platform/Platform.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The locale "C" knows no characters beyond ASCII; its UTF-8 form is the same in all else.
+void preferUtf8()
+{
+    for (const char *variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const QByteArray value = qgetenv(variable);
+        if (value.isEmpty())
+            continue;
+        if (value == "C" || value == "POSIX")
+            qputenv(variable, "C.UTF-8");
+        return;
+    }
+    qputenv("LANG", "C.UTF-8");
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    using namespace dugwise;
+    preferUtf8();
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"Dugwise"_s);
+    QCoreApplication::setApplicationVersion(QStringLiteral(DUGWISE_VERSION));
+
+    const Outcome<Arguments> arguments = parseArguments(QCoreApplication::arguments().mid(1));
+    if (!arguments) {
+        complain(arguments.error());
+        return 2;
+    }
+    if (arguments->command == Arguments::Command::help) {
+        std::fputs(qPrintable(helpText()), stdout);
+        return 0;
+    }
+    if (arguments->command == Arguments::Command::version) {
+        std::puts("dugwise " DUGWISE_VERSION);
+        return 0;
+    }
+
+    Platform platform(StandardFolders::ofUser());
+    if (answersOnStandardOutput(arguments->command))
+        platform.log = [](const QString &line) { std::fputs(qPrintable(line + u'\n'), stderr); };
+    if (!arguments->useSystemSearch)
+        platform.metadataQueryCommand.reset();
+    DugwiseApp app(platform);
+    CommandLine commandLine(platform, app.appState(), app.fileIndexer());
+    return commandLine.run(*arguments);
+}
