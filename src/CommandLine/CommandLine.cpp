@@ -9,6 +9,7 @@
 #include "Models/AppState.h"
 #include "Platform/Platform.h"
 #include "Services/FileIndexer.h"
+#include "Utilities/Text.h"
 
 #include <QEventLoop>
 #include <QFileInfo>
@@ -120,7 +121,7 @@ int CommandLine::chat(const Arguments &arguments)
             std::fputs("> ", stderr);
         if (!std::getline(std::cin, line))
             break;
-        const QString request = QString::fromStdString(line).trimmed();
+        const QString request = toQString(line).trimmed();
         if (request.isEmpty())
             continue;
         answer(request, arguments.json);

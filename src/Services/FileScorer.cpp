@@ -62,6 +62,7 @@ struct FileScorer::Haystacks
         , inSource(literals)
     {}
 
+    QString extension; ///< the one that `kind` belongs to
     FileType kind = FileType::other;
     std::string name;
     QString folderPath; ///< the one that `folder` belongs to
@@ -127,7 +128,10 @@ FileScore FileScorer::score(const IndexedFile &file)
 void FileScorer::lookInto(const IndexedFile &file)
 {
     Haystacks &in = *m_haystacks;
-    in.kind = FileTypeHelper::fileType(file->fileExtension);
+    if (in.extension != file->fileExtension) {
+        in.extension = file->fileExtension;
+        in.kind = FileTypeHelper::fileType(file->fileExtension);
+    }
     in.name = lowerCased(view(file->name.toUtf8()));
     m_matcher->scan(in.name, in.inName);
     if (in.folderPath != file->folderPath) {
@@ -198,7 +202,7 @@ void FileScorer::scoreFacts(const IndexedFile &file, FileScore &score) const
         earn(score, Points::kWantedKind, MatchReason::fileType);
     if (m_terms.includeScreenshots && isLikelyScreenshot(m_haystacks->kind, names))
         earn(score, Points::kWantedScreenshot, MatchReason::fileType);
-    const double semantic = m_semanticScores.value(file->path);
+    const double semantic = m_semanticScores.isEmpty() ? 0 : m_semanticScores.value(file->path);
     if (semantic > kSemanticThreshold)
         earn(score, Points::kSemantic * semantic, MatchReason::semantic);
 }

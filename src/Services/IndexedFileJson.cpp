@@ -12,19 +12,32 @@ namespace dugwise {
 
 namespace {
 
+/// Keys of a record's JSON object.
+constexpr std::string_view kId = "id";
+constexpr std::string_view kName = "name";
+constexpr std::string_view kPath = "path";
+constexpr std::string_view kFileExtension = "fileExtension";
+constexpr std::string_view kSize = "size";
+constexpr std::string_view kCreatedDate = "createdDate";
+constexpr std::string_view kModifiedDate = "modifiedDate";
+constexpr std::string_view kFolderPath = "folderPath";
+constexpr std::string_view kExtractedText = "extractedText";
+constexpr std::string_view kLastUsedDate = "lastUsedDate";
+constexpr std::string_view kDownloadDate = "downloadDate";
+constexpr std::string_view kDownloadSource = "downloadSource";
+
 /// Length of a UUID in its textual form.
 constexpr std::size_t kUuidLength = 36;
 
-QString toQString(std::string_view text)
+bool isUtf8(std::string_view text)
 {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return QByteArrayView(text.data(), static_cast<qsizetype>(text.size())).isValidUtf8();
 }
 
 } // namespace
 
 IndexedFileReader::Field IndexedFileReader::fieldNamed(std::string_view key)
 {
-    using namespace IndexedFileKey;
     static constexpr std::array kKeys{
         kId,
         kName,
@@ -102,7 +115,7 @@ bool IndexedFileReader::Double(double value)
 
 bool IndexedFileReader::String(const char *text, unsigned length, bool /*isCopied*/)
 {
-    if (m_depth < 2)
+    if (m_depth < 2 || !isUtf8({text, length}))
         return false;
     return isSkipping() || setText({text, length});
 }
@@ -189,6 +202,46 @@ bool IndexedFileReader::EndArray(unsigned /*elementCount*/)
 {
     --m_depth;
     return true;
+}
+
+bool writeJson(const IndexedFile &file, JsonWriter &writer)
+{
+    bool isGood = writer.StartObject();
+    const auto string = [&](std::string_view bytes) {
+        isGood = isGood && writer.String(bytes.data(), static_cast<unsigned>(bytes.size()));
+    };
+    const auto key = [&](std::string_view name) {
+        isGood = isGood && writer.Key(name.data(), static_cast<unsigned>(name.size()));
+    };
+    const auto utf8 = [&](std::string_view name, const QByteArray &text) {
+        key(name);
+        string(view(text));
+    };
+    const auto text = [&](std::string_view name, const QString &value) {
+        utf8(name, value.toUtf8());
+    };
+    const auto date = [&](std::string_view name, Instant value) {
+        key(name);
+        isGood = isGood && writer.Double(value.seconds);
+    };
+    utf8(kId, file->id.toByteArray(QUuid::WithoutBraces));
+    text(kName, file->name);
+    text(kPath, file->path);
+    text(kFileExtension, file->fileExtension);
+    key(kSize);
+    isGood = isGood && writer.Int64(file->size);
+    date(kCreatedDate, file->createdDate);
+    date(kModifiedDate, file->modifiedDate);
+    text(kFolderPath, file->folderPath);
+    if (file->extractedText)
+        utf8(kExtractedText, file->extractedText->text());
+    if (file->lastUsedDate)
+        date(kLastUsedDate, *file->lastUsedDate);
+    if (file->downloadDate)
+        date(kDownloadDate, *file->downloadDate);
+    if (file->downloadSource)
+        text(kDownloadSource, *file->downloadSource);
+    return isGood && writer.EndObject();
 }
 
 } // namespace dugwise

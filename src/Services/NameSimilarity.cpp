@@ -8,11 +8,28 @@
 
 namespace dugwise {
 
+namespace {
+
+/// Calls use(number) for every two neighbouring bytes, as a number.
+template <typename Use>
+void forEachBytePair(std::string_view word, Use use)
+{
+    for (std::size_t i = 1; i < word.size(); ++i) {
+        const auto first = static_cast<unsigned char>(word[i - 1]);
+        const auto second = static_cast<unsigned char>(word[i]);
+        use(static_cast<std::size_t>(256 * first + second));
+    }
+}
+
+} // namespace
+
 NameSimilarity::NameSimilarity(const std::vector<std::string> &keywords)
     : m_best(keywords.size())
 {
-    for (const std::string &keyword : keywords)
+    for (const std::string &keyword : keywords) {
         m_keywords.push_back({keyword, m_table.bigrams(keyword)});
+        forEachBytePair(keyword, [&](std::size_t pair) { m_bytePairs.set(pair); });
+    }
 }
 
 const std::vector<double> &NameSimilarity::best(std::string_view name)
@@ -21,12 +38,21 @@ const std::vector<double> &NameSimilarity::best(std::string_view name)
         m_best[keyword] = 0;
     m_touched.clear();
     for (const std::string_view token : tokenize(name)) {
+        if (!sharesBytePair(token))
+            continue;
         for (const Near &near : nearKeywords(token)) {
             m_best[near.keyword] = std::max(m_best[near.keyword], near.similarity);
             m_touched.push_back(near.keyword);
         }
     }
     return m_best;
+}
+
+bool NameSimilarity::sharesBytePair(std::string_view token) const
+{
+    bool isShared = false;
+    forEachBytePair(token, [&](std::size_t pair) { isShared = isShared || m_bytePairs[pair]; });
+    return isShared;
 }
 
 const std::vector<NameSimilarity::Near> &NameSimilarity::nearKeywords(std::string_view token)
@@ -50,14 +76,13 @@ double NameSimilarity::candidate(const Keyword &keyword,
     if (token == keyword.text)
         return 1;
     const auto [shorter, longer] = std::minmax({keyword.parts.characters, tokenParts.characters});
-    const double ratio = static_cast<double>(shorter) / static_cast<double>(longer);
     const bool isPart = token.find(keyword.text) != std::string_view::npos
                         || keyword.text.find(token) != std::string::npos;
     if (isPart)
-        return 0.8 * ratio;
+        return 0.8 * (static_cast<double>(shorter) / static_cast<double>(longer));
     const auto [fewer, more] =
         std::minmax({keyword.parts.bigrams.size(), tokenParts.bigrams.size()});
-    if (6 * (fewer + more) >= 20 * fewer) // 2 * fewer / (fewer + more) <= 0.6
+    if (2 * fewer <= more) // then the result is below the threshold
         return 0;
     const double similarity = stringSimilarity(keyword.parts, tokenParts);
     return similarity > 0.6 ? 0.6 * similarity : 0;

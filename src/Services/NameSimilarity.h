@@ -4,6 +4,7 @@
 
 #include "Utilities/StringSimilarity.h"
 
+#include <bitset>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -38,12 +39,15 @@ private:
         double similarity = 0;
     };
 
+    [[nodiscard]] bool sharesBytePair(std::string_view token) const;
     [[nodiscard]] const std::vector<Near> &nearKeywords(std::string_view token);
     [[nodiscard]] static double
     candidate(const Keyword &keyword, std::string_view token, const WordBigrams &tokenParts);
 
     BigramTable m_table;
     std::vector<Keyword> m_keywords;
+    /// Pairs of bytes in the keywords. A word that has none of them is near to none: most numbers.
+    std::bitset<256 * 256> m_bytePairs;
     std::unordered_map<std::string, std::vector<Near>> m_known;
     std::vector<double> m_best;
     std::vector<std::size_t> m_touched;

@@ -6,6 +6,7 @@
 #include "Platform/MetadataItem.h"
 #include "Platform/MetadataQueryCommand.h"
 #include "Utilities/FilePath.h"
+#include "Utilities/Text.h"
 
 #include <QSet>
 
@@ -93,7 +94,7 @@ SpotlightMetadataService::runMDFind(MetadataQueryCommand *command, QStringList a
         co_return hits;
     for (const QByteArray &line : output->split('\n')) {
         if (!line.isEmpty() && hits.size() < kMostHitsOfOneRun)
-            hits.append(describe(QString::fromUtf8(line)));
+            hits.append(describe(toQString(view(line))));
     }
     co_return hits;
 }

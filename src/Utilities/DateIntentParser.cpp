@@ -95,7 +95,7 @@ QStringList extractKeywords(const QString &text)
     const QByteArray utf8 = lowerCased(text).toUtf8();
     QStringList keywords;
     for (const std::string_view word : words(view(utf8))) {
-        const QString keyword = QString::fromUtf8(word.data(), static_cast<qsizetype>(word.size()));
+        const QString keyword = toQString(word);
         if (!fillerWords().contains(keyword))
             keywords.append(keyword);
     }

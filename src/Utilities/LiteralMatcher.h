@@ -61,9 +61,17 @@ public:
 private:
     struct Numbered
     {
-        std::string literal;
+        std::string_view literal; ///< in m_literals
         std::size_t number = 0;
     };
+    /// A string of the set that begins with no other, and those that begin with it: only the
+    /// former is looked for, which halves the work for words and their inflections.
+    struct Stem
+    {
+        Numbered stem;
+        std::vector<Numbered> longer{};
+    };
+    struct Scan;
     struct DatabaseDeleter
     {
         void operator()(hs_database *database) const;
@@ -73,11 +81,15 @@ private:
         void operator()(hs_scratch *scratch) const;
     };
 
-    void compile(const std::vector<Numbered> &strings);
+    [[nodiscard]] std::vector<Stem> findStems() const;
+    [[nodiscard]] bool compile();
+    static int foundStem(
+        unsigned stem, unsigned long long from, unsigned long long to, unsigned flags, void *scan);
 
-    std::unique_ptr<hs_database, DatabaseDeleter> m_database;
+    std::vector<std::string> m_literals;
+    std::vector<Stem> m_stems;
+    std::unique_ptr<hs_database, DatabaseDeleter> m_database; ///< null: searched one by one
     std::unique_ptr<hs_scratch, ScratchDeleter> m_scratch;
-    std::vector<Numbered> m_searchedSingly; ///< too long for the database
 };
 
 } // namespace dugwise

@@ -54,7 +54,7 @@ QString phraseAt(QStringView rest)
     const auto end = std::ranges::find_if(rest, [](QChar c) { return kEnds.contains(c); });
     const QByteArray utf8 = rest.first(end - rest.begin()).toUtf8();
     const std::string_view phrase = trimmedBlanks(view(utf8));
-    const QString text = QString::fromUtf8(phrase.data(), static_cast<qsizetype>(phrase.size()));
+    QString text = toQString(phrase);
     if (characterCount(phrase) < kFewestCharacters
         || text.split(u' ', Qt::SkipEmptyParts).size() > kMostWords)
         return {};

@@ -22,8 +22,8 @@ WordBigrams BigramTable::bigrams(std::string_view word)
         previous = next;
     }
     std::ranges::sort(result.bigrams);
-    const auto repeats = std::ranges::unique(result.bigrams);
-    result.bigrams.erase(repeats.begin(), repeats.end());
+    result.bigrams.erase(std::unique(result.bigrams.begin(), result.bigrams.end()),
+                         result.bigrams.end());
     return result;
 }
 

@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <memory>
 
 namespace dugwise {
@@ -50,34 +52,34 @@ constexpr UChar32 kCapitalSigma = 0x3A3;
 /// The only code point that lower-cases to two: i and a combining dot above.
 constexpr UChar32 kCapitalIWithDot = 0x130;
 
+/// Length of the ASCII run at the start of `text`.
+std::size_t asciiLength(std::string_view text)
+{
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    std::size_t at = 0;
+    for (std::uint64_t word = 0; at + sizeof(word) <= text.size(); at += sizeof(word)) {
+        std::memcpy(&word, text.data() + at, sizeof(word));
+        if ((word & kHighBits) != 0)
+            break;
+    }
+    while (at < text.size() && isAscii(text[at]))
+        ++at;
+    return at;
+}
+
 /// Appends the lower-cased ASCII run at the start of `text` and returns its length.
 template <typename Bytes>
 std::size_t appendLoweredAscii(Bytes &out, std::string_view text)
 {
-    constexpr std::size_t kBlock = 32;
-    std::array<char, kBlock> lowered{};
-    std::size_t at = 0;
-    while (at < text.size()) {
-        const std::size_t length = std::min(kBlock, text.size() - at);
-        const char *source = text.data() + at;
-        unsigned seen = 0;
-        for (std::size_t i = 0; i < length; ++i) {
-            const auto c = static_cast<unsigned char>(source[i]);
-            seen |= c;
-            lowered[i] = static_cast<char>(c + ((c >= 'A' && c <= 'Z') ? 'a' - 'A' : 0));
-        }
-        std::size_t usable = length;
-        if (seen >= 0x80) {
-            usable = 0;
-            while (isAscii(source[usable]))
-                ++usable;
-        }
-        out.append(lowered.data(), static_cast<qsizetype>(usable));
-        at += usable;
-        if (usable < length)
-            break;
+    const std::size_t length = asciiLength(text);
+    const auto before = out.size();
+    out.append(text.data(), static_cast<qsizetype>(length));
+    char *const appended = out.data() + before;
+    for (std::size_t i = 0; i < length; ++i) {
+        const char c = appended[i];
+        appended[i] = static_cast<char>(c + ((c >= 'A' && c <= 'Z') ? 'a' - 'A' : 0));
     }
-    return at;
+    return length;
 }
 
 /// Appends the lower-cased form of `text` to `out`; false when a capital sigma asks for the
@@ -199,6 +201,13 @@ std::string_view view(const QByteArray &utf8)
     return {utf8.constData(), static_cast<std::size_t>(utf8.size())};
 }
 
+QString toQString(std::string_view utf8)
+{
+    constexpr std::string_view kByteOrderMark = "\uFEFF";
+    const QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    return utf8.starts_with(kByteOrderMark) ? QChar(QChar::ByteOrderMark) + text : text;
+}
+
 std::string lowerCased(std::string_view utf8)
 {
     std::string out;
@@ -209,7 +218,7 @@ std::string lowerCased(std::string_view utf8)
 QString lowerCased(const QString &text)
 {
     const QByteArray utf8 = text.toUtf8();
-    return QString::fromStdString(lowerCased(view(utf8)));
+    return toQString(lowerCased(view(utf8)));
 }
 
 TextContent makeTextContent(QByteArray utf8)

@@ -17,6 +17,9 @@ namespace dugwise {
 /// The UTF-8 bytes of a text as a view; the array must outlive it.
 [[nodiscard]] std::string_view view(const QByteArray &utf8);
 
+/// UTF-8 as a QString, with all that is in it: Qt's own conversions drop a byte order mark.
+[[nodiscard]] QString toQString(std::string_view utf8);
+
 [[nodiscard]] std::string lowerCased(std::string_view utf8);
 [[nodiscard]] QString lowerCased(const QString &text);
 

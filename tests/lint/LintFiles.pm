@@ -9,7 +9,8 @@ use strict;
 use warnings;
 
 use Exporter 'import';
-our @EXPORT = qw(sourceRoot filesOf cppFilesOf readText withoutComments withoutStrings finding finish);
+our @EXPORT = qw(
+    sourceRoot filesOf cppFilesOf readText withoutComments withoutStrings finding finish);
 
 my @findings;
 my %noted;

@@ -37,7 +37,7 @@ sub tokensOf
         my ($directive, $before) = ($1, substr($code, 0, $-[0]));
         if ($directive =~ /\bco_await\b/) {
             my $line = 1 + ($before =~ tr/\n//);
-            finding($file, $line, 'co_await in a macro is out of this check\'s sight: write it out');
+            finding($file, $line, 'co_await in a macro cannot be judged: write it out');
         }
         $newlines->($directive)
     }gsme;
@@ -78,8 +78,8 @@ sub partner
 sub beginsLambda
 {
     my ($statement, $index) = @_;
-    my $before = text($statement, $index - 1);
-    $before = text($statement, $index - 2) if $before =~ /^&&?$/ && text($statement, $index - 2) eq 'auto';
+    my ($before, $second) = (text($statement, $index - 1), text($statement, $index - 2));
+    $before = $second if $before =~ /^&&?$/ && $second eq 'auto';
     return 1 if $before =~ /^(?:return|co_return|co_await|co_yield|case|throw|else|do|and|or|not)$/;
     return $before !~ /^(?:\w+|""|\)|\])$/;
 }
@@ -160,13 +160,11 @@ sub beginsCall
 {
     my ($statement, $index) = @_;
     my $i = $index - 1;
-    if (text($statement, $i) eq '>') {
-        my $angle = partner($statement, $i, -1, '>', '<');
-        return text($statement, $angle - 1) !~ /^(?:static_cast|const_cast|dynamic_cast|reinterpret_cast)$/
-            && text($statement, $angle - 1) =~ /^\w+$/;
-    }
+    $i = partner($statement, $i, -1, '>', '<') - 1 if text($statement, $i) eq '>';
     my $before = text($statement, $i);
-    return 0 if $before eq 'move' && text($statement, $i - 1) eq '::' && text($statement, $i - 2) eq 'std';
+    my $qualifier = text($statement, $i - 2) . text($statement, $i - 1);
+    return 0 if $before =~ /^(?:static|const|dynamic)_cast$/;
+    return 0 if $before eq 'move' && $qualifier eq 'std::';
     return $before =~ /^(?:\w+|""|\)|\]|\})$/ && !$isOperator{$before};
 }
 
@@ -201,7 +199,7 @@ sub withoutHeads
             my $end = partner(\@rest, $begin, 1, '(', ')');
             last if $end < 0;
             my $line = awaitLine(splice @rest, 0, $end + 1);
-            finding($file, $line, "co_await in the condition of $first: name its result first") if $line;
+            finding($file, $line, "co_await in the condition of $first: name its result") if $line;
         } else {
             last;
         }
@@ -228,8 +226,8 @@ sub judgeAwait
             $wrong{'in the arguments of a call'} = 1 if grep { $_ eq 'call' } @open;
         } elsif ($token eq '?') {
             $wrong{'beside a conditional'} = 1;
-        } elsif ($token =~ /^(?:\|\||and|or)$/ || ($token eq '&&' && text($statement, $i - 1) ne 'auto')) {
-            $wrong{'beside a logical operator'} = 1;
+        } elsif ($token =~ /^(?:&&|\|\||and|or)$/) {
+            $wrong{'beside a logical operator'} = 1 if text($statement, $i - 1) ne 'auto';
         } elsif ($token eq '{') {
             $wrong{'beside a braced list'} = 1;
         } elsif ($token eq '[' && beginsLambda($statement, $i) && text($statement, $i + 1) ne ']') {
@@ -254,7 +252,8 @@ sub judgeInvokable
     for my $i ($begin .. $#$statement) {
         last if $statement->[$i][0] eq '(' && $arrow < 0;
         if ($statement->[$i][0] eq 'Task' && text($statement, $i + 1) eq '<') {
-            finding($file, $statement->[$i][1], 'Q_INVOKABLE gives a Task: make it void, starting a private coroutine');
+            finding($file, $statement->[$i][1],
+                'Q_INVOKABLE gives a Task: make it void, starting a private coroutine');
             return;
         }
     }
@@ -288,7 +287,7 @@ sub judgeParameters
         if ($token =~ /^&&?$/) {
             finding($file, $line, 'parameter of a coroutine by reference: take it by value');
         } elsif ($isView{$token}) {
-            finding($file, $line, "parameter of a coroutine is a view ($token): take the text by value");
+            finding($file, $line, "parameter of a coroutine is a view ($token): take a value");
         }
     }
     return;
@@ -307,7 +306,9 @@ sub judgeFunction
         next if $head[$i][0] ne ')';
         my $begin = partner(\@head, $i, -1, ')', '(');
         return if $begin < 0;
-        return judgeParameters(\@head, $begin, $i) if text(\@head, $begin - 1) !~ /^(?:noexcept|requires)$/;
+        if (text(\@head, $begin - 1) !~ /^(?:noexcept|requires)$/) {
+            return judgeParameters(\@head, $begin, $i);
+        }
         $i = $begin;
     }
     return;
@@ -321,11 +322,13 @@ sub judgeCoroutineLambda
     my $end = partner($statement, $begin, 1, '[', ']');
     if ($end > $begin + 1) {
         finding($file, $statement->[$begin][1],
-            'a lambda that is a coroutine has captures, which die with it: pass them as parameters');
+            'captures of a lambda that is a coroutine die with it: pass them as parameters');
     }
     my $i = $end + 1;
     $i = partner($statement, $i, 1, '<', '>') + 1 if text($statement, $i) eq '<';
-    judgeParameters($statement, $i, partner($statement, $i, 1, '(', ')')) if text($statement, $i) eq '(';
+    if (text($statement, $i) eq '(') {
+        judgeParameters($statement, $i, partner($statement, $i, 1, '(', ')'));
+    }
     return;
 }
 

@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The Dugwise authors
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
-# Feeds each lint check its samples: it must find exactly the marked lines, and nothing in clean code.
-# A check that misses what it is for looks just like a check that passes.
+# Feeds each lint check its samples: it must find exactly the marked lines, and nothing else. A
+# check that misses what it is for looks just like a check that passes.
 #
 # In fixtures/CHECK a faulty line ends in "bad:" and a part of the message it must get, behind the
 # comment sign of its language. The check for formatting takes part when $CLANG_FORMAT is set.
@@ -60,12 +60,13 @@ sub checkSamples
     my %marks = marksIn("$here/fixtures/$check");
     my ($status, @lines) = run($check, "$here/fixtures/$check");
     failed("tests/lint/$check.pl:1: has no marked samples") if !%marks;
-    failed("tests/lint/$check.pl:1: ends with $status instead of 1 over its samples") if $status != 1;
+    failed("tests/lint/$check.pl:1: ends with $status over its samples, not 1") if $status != 1;
     my %missed = %marks;
     for my $line (@lines) {
-        my ($place, $message) = $line =~ /^([^:]+:\d+): (.+)$/ or failed("tests/lint/$check.pl:1: prints '$line'");
-        next if !defined $place;
-        if (!defined $marks{$place}) {
+        my ($place, $message) = $line =~ /^([^:]+:\d+): (.+)$/;
+        if (!defined $place) {
+            failed("tests/lint/$check.pl:1: prints '$line'");
+        } elsif (!defined $marks{$place}) {
             failed("tests/lint/fixtures/$check/$place: flagged but not marked: $message");
         } elsif (index($message, $marks{$place}) >= 0) {
             delete $missed{$place};
@@ -82,7 +83,9 @@ sub checkEnds
 {
     my ($check) = @_;
     my ($status, @lines) = run($check, "$here/fixtures/clean");
-    failed("tests/lint/$check.pl:1: ends with $status over clean code: @lines") if $status != 0 || @lines;
+    if ($status || @lines) {
+        failed("tests/lint/$check.pl:1: ends with $status over clean code: @lines");
+    }
     open(my $saved, '>&', \*STDERR) or die "cannot keep standard error: $!\n";
     open(STDERR, '>', '/dev/null') or die "cannot silence standard error: $!\n";
     my ($emptyStatus) = run($check, tempdir(CLEANUP => 1));

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/DirectoryListing.h"
 
+#include "Utilities/Text.h"
+
 #include <QFile>
 #include <QSet>
 
@@ -79,7 +81,7 @@ void append(QList<ListedFile> &files,
     for (const Entry &entry : entries) {
         if (stop.stop_requested())
             return;
-        const QString name = QString::fromStdString(entry.name);
+        const QString name = toQString(entry.name);
         if (!entry.isFolder) {
             files.append({folderPath, name});
         } else if (!isPackageName(name)) {
