@@ -16,6 +16,7 @@ target_compile_definitions(dugwise_settings INTERFACE
 target_compile_options(dugwise_settings INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
   -Woverloaded-virtual -Wnull-dereference
+  -Wno-missing-field-initializers # what a designated initialiser leaves out is left out on purpose
   $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op>
   $<$<BOOL:${DUGWISE_WARNINGS_AS_ERRORS}>:-Werror>)
 

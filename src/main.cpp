@@ -28,6 +28,7 @@ void preferUtf8()
 
 } // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): only memory running out throws this far
 int main(int argc, char *argv[])
 {
     using namespace dugwise;

@@ -37,7 +37,8 @@ QString folderLines(const FileIndexer &fileIndexer)
         const auto count = std::ranges::count_if(
             files, [&](const IndexedFile &file) { return file->path.startsWith(path + u'/'); });
         const QString missing = QFileInfo(path).isDir() ? u""_s : u" (not there)"_s;
-        text += u"  %1  %2 files%3\n"_s.arg(printable(path)).arg(count).arg(missing);
+        text += u"  %1  %2 %3%4\n"_s.arg(
+            printable(path), QString::number(count), count == 1 ? u"file"_s : u"files"_s, missing);
     }
     return text;
 }
@@ -49,7 +50,6 @@ statusText(const Platform &platform, const AppState &appState, const FileIndexer
 {
     const QString indexPath = platform.folders.data + u'/' + FileIndexer::kIndexFileName;
     const QString notYet = u"not part of this version"_s;
-    const QString notGranted = u"no access granted, or nothing to read"_s;
     return u"Folders\n"_s + folderLines(fileIndexer) + u"Index\n"_s
            + line(u"files"_s, QString::number(fileIndexer.totalFilesIndexed()))
            + line(u"on disk"_s, byteCount(QFileInfo(indexPath).size()) + u", "_s + indexPath)
@@ -59,10 +59,10 @@ statusText(const Platform &platform, const AppState &appState, const FileIndexer
            + line(u"download facts"_s, onOrWhyNot(platform.metadataIndex != nullptr, notYet))
            + line(u"whole machine"_s, onOrWhyNot(platform.metadataQueryCommand != nullptr, notYet))
            + u"Data sources\n"_s + line(u"mail"_s, onOrWhyNot(false, notYet))
-           + line(u"messages"_s, onOrWhyNot(appState.messagesAccessible(), notGranted))
-           + line(u"calendar"_s, onOrWhyNot(appState.calendarEnabled(), notGranted))
-           + line(u"contacts"_s, onOrWhyNot(appState.contactsEnabled(), notGranted))
-           + u"Network\n"_s + line(u"connections"_s, u"none; nothing leaves this machine"_s);
+           + line(u"messages"_s, onOrWhyNot(appState.messagesAccessible(), notYet))
+           + line(u"calendar"_s, onOrWhyNot(appState.calendarEnabled(), notYet))
+           + line(u"contacts"_s, onOrWhyNot(appState.contactsEnabled(), notYet)) + u"Network\n"_s
+           + line(u"connections"_s, u"none; nothing leaves this machine"_s);
 }
 
 } // namespace dugwise

@@ -295,7 +295,7 @@ QCoro::Task<void> FileIndexer::walk(QString folder)
         co_return;
     }
 
-    const auto batchesAhead = static_cast<std::size_t>(2 * m_workers.maxThreadCount());
+    const auto batchesAhead = 2 * static_cast<std::size_t>(m_workers.maxThreadCount());
     const bool wasListed = isListed(folder);
     std::deque<QFuture<QList<IndexedFile>>> batches;
     qsizetype started = 0;

@@ -17,7 +17,7 @@ namespace dugwise::IndexFile {
 namespace {
 
 /// How much is read or gathered before memory is given back.
-constexpr std::size_t kPiece = 4 * 1024 * 1024;
+constexpr std::size_t kPiece = std::size_t{4} * 1024 * 1024;
 
 /// Gives back the memory of what was read, a piece at a time, while records are made of it.
 class ReleasingReader : public IndexedFileReader

@@ -39,8 +39,7 @@ unsigned char typeOf(DIR *folder, const dirent &entry)
 {
     if (entry.d_type != DT_UNKNOWN)
         return entry.d_type;
-    struct stat facts
-    {};
+    struct stat facts = {};
     if (::fstatat(::dirfd(folder), entry.d_name, &facts, AT_SYMLINK_NOFOLLOW) != 0)
         return DT_UNKNOWN;
     return static_cast<unsigned char>(IFTODT(facts.st_mode));
@@ -49,6 +48,7 @@ unsigned char typeOf(DIR *folder, const dirent &entry)
 std::vector<Entry> visibleEntries(DIR *folder)
 {
     std::vector<Entry> entries;
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): each thread reads a folder that it opened itself
     while (const dirent *entry = ::readdir(folder)) {
         const bool isHidden = entry->d_name[0] == '.';
         if (isHidden || !QByteArrayView(entry->d_name).isValidUtf8())

@@ -20,8 +20,7 @@ Instant toInstant(const statx_timestamp &time)
 
 std::optional<FileAttributes> fileAttributes(const QString &path)
 {
-    struct statx facts
-    {};
+    struct statx facts = {};
     const QByteArray name = QFile::encodeName(path);
     if (::statx(AT_FDCWD,
                 name.constData(),

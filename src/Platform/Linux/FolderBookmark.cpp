@@ -60,10 +60,11 @@ QString findBelow(const QString &start, const Identity &identity, int &budget)
             ::opendir(QFile::encodeName(current).constData()));
         if (!folder)
             continue;
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): the folder was opened right here
         while (const dirent *entry = ::readdir(folder.get())) {
             if (entry->d_type != DT_DIR || entry->d_name[0] == '.')
                 continue;
-            const QString path = QDir(current).filePath(QFile::decodeName(entry->d_name));
+            QString path = QDir(current).filePath(QFile::decodeName(entry->d_name));
             if (entry->d_ino == identity.inode && isFolder(path, identity))
                 return path;
             waiting.push_back(path);
@@ -78,7 +79,7 @@ QString findMoved(const QString &oldPath, const Identity &identity)
     int budget = kMostFoldersSearched;
     QString around = QFileInfo(oldPath).path();
     while (budget > 0) {
-        const QString found = findBelow(around, identity, budget);
+        QString found = findBelow(around, identity, budget);
         if (!found.isEmpty() || around == QDir::homePath() || around == "/"_L1)
             return found;
         around = QFileInfo(around).path();
@@ -102,7 +103,7 @@ Outcome<QByteArray> create(const QString &folder)
 Outcome<QString> resolve(const QByteArray &bookmark)
 {
     const QJsonObject object = QJsonDocument::fromJson(bookmark).object();
-    const QString path = object.value(kPathKey).toString();
+    QString path = object.value(kPathKey).toString();
     if (!QDir::isAbsolutePath(path))
         return Failure{u"the bookmark cannot be read"_s};
     Identity identity{object.value(kInodeKey).toString().toULongLong(), std::nullopt};
@@ -112,7 +113,7 @@ Outcome<QString> resolve(const QByteArray &bookmark)
     const QFileInfo atOldPath(path);
     if (isFolder(atOldPath.canonicalFilePath(), identity))
         return path;
-    const QString moved = findMoved(path, identity);
+    QString moved = findMoved(path, identity);
     if (!moved.isEmpty())
         return moved;
     if (atOldPath.isDir())

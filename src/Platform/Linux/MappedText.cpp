@@ -31,8 +31,7 @@ std::optional<MappedText> MappedText::open(const QString &path)
 {
     const FileDescriptor file(
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    struct stat facts
-    {};
+    struct stat facts = {};
     if (!file || ::fstat(file.get(), &facts) != 0 || !S_ISREG(facts.st_mode))
         return std::nullopt;
     const auto size = static_cast<std::size_t>(facts.st_size);

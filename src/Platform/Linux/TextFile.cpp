@@ -17,8 +17,8 @@ namespace dugwise {
 
 namespace {
 
-constexpr std::size_t kPiece = 256 * 1024;
-constexpr qsizetype kMostKept = 1024 * 1024;
+constexpr std::size_t kPiece = std::size_t{256} * 1024;
+constexpr qsizetype kMostKept = qsizetype{1024} * 1024;
 
 /// Length of `bytes` without the sequence that its end cuts in the middle, if any.
 std::size_t lengthOfWholeSequences(std::string_view bytes)
@@ -57,8 +57,7 @@ FileDescriptor openRegularFile(const QString &path)
 {
     FileDescriptor file(::open(QFile::encodeName(path).constData(),
                                O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY));
-    struct stat facts
-    {};
+    struct stat facts = {};
     if (!file || ::fstat(file.get(), &facts) != 0 || !S_ISREG(facts.st_mode))
         return {};
     return file;

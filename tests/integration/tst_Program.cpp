@@ -1,0 +1,267 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/SampleFiles.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+
+#include <array>
+#include <csignal>
+#include <cstddef>
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise::test {
+
+namespace {
+
+constexpr int kTimeout = 120'000;
+
+/// Kills this process when it opens a socket that could reach another machine.
+void forbidNetwork()
+{
+    static std::array<sock_filter, 8> rules{{
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_socket, 0, 5),
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, args[0])),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_INET, 2, 0),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_INET6, 1, 0),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_PACKET, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    }};
+    static const sock_fprog program{rules.size(), rules.data()};
+    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program);
+}
+
+struct Outcome
+{
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+
+    [[nodiscard]] QJsonObject json() const { return QJsonDocument::fromJson(out).object(); }
+    [[nodiscard]] QStringList names() const
+    {
+        QStringList all;
+        for (const QJsonValue &result : json()["results"_L1].toArray())
+            all.append(result["name"_L1].toString());
+        return all;
+    }
+};
+
+} // namespace
+
+/// The built program, run as a person runs it.
+class TstProgram : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QTemporaryDir> m_home;
+
+    [[nodiscard]] QString path(const QString &relative) const { return m_home->filePath(relative); }
+    [[nodiscard]] QString indexPath() const
+    {
+        return path(u".local/share/Dugwise/file_index.json"_s);
+    }
+
+    void prepare(QProcess &process, const QStringList &arguments) const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"HOME"_s, m_home->path());
+        for (const auto variable : {"XDG_CONFIG_HOME"_L1, "XDG_DATA_HOME"_L1, "XDG_CACHE_HOME"_L1})
+            environment.remove(variable);
+        process.setProcessEnvironment(environment);
+        process.setProgram(QStringLiteral(DUGWISE_PROGRAM));
+        process.setArguments(arguments);
+    }
+
+    Outcome run(const QStringList &arguments, const QByteArray &input = {}) const
+    {
+        QProcess process;
+        prepare(process, arguments);
+        process.setChildProcessModifier(forbidNetwork);
+        process.start();
+        process.write(input);
+        process.closeWriteChannel();
+        if (!process.waitForFinished(kTimeout) || process.exitStatus() != QProcess::NormalExit)
+            return {};
+        return {
+            process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+    }
+
+    [[nodiscard]] QJsonArray index() const
+    {
+        return QJsonDocument::fromJson(readFile(indexPath())).array();
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_home = std::make_unique<QTemporaryDir>();
+        writeFile(path(u"Documents/work/budget 2026.md"_s), "What we spend on paint and nails");
+        writeFile(path(u"Downloads/lease.txt"_s), "This agreement binds landlord and tenant");
+        writeFile(path(u"Desktop/photo.png"_s), "not really");
+    }
+
+    void askFindsRealFiles()
+    {
+        const Outcome answer = run({u"ask"_s, u"--json"_s, u"the"_s, u"agreement"_s});
+        QCOMPARE(answer.exitCode, 0);
+        QVERIFY2(answer.err.isEmpty(), answer.err.constData());
+        QCOMPARE(answer.out.count('\n'), 1);
+        QCOMPARE(answer.names().value(0), u"lease.txt"_s);
+        QVERIFY(answer.json()["answer"_L1].toString().startsWith(u"I found 3 files matching"_s));
+
+        const Outcome readable = run({u"ask"_s, u"the budget from today"_s});
+        QVERIFY2(readable.out.contains("#1 budget 2026.md  Markdown, 32 bytes"),
+                 readable.out.constData());
+        QVERIFY(readable.out.contains("~/Documents/work"));
+    }
+
+    void theDesktopNamesTheFolders()
+    {
+        writeFile(path(u".config/user-dirs.dirs"_s),
+                  "XDG_DOCUMENTS_DIR=\"$HOME/Papiere\"\nXDG_DESKTOP_DIR=\"$HOME/\"\n");
+        writeFile(path(u"Papiere/Vertrag.txt"_s), "Vertrag");
+        const Outcome folders = run({u"folders"_s});
+        QCOMPARE(QString::fromUtf8(folders.out).split(u'\n', Qt::SkipEmptyParts),
+                 QStringList({path(u"Papiere"_s), path(u"Downloads"_s)}));
+    }
+
+    void foldersAreAddedAndRemoved()
+    {
+        writeFile(path(u"Elsewhere/secret plan.txt"_s), "to be found");
+        QCOMPARE(run({u"folders"_s, u"add"_s, path(u"Elsewhere"_s)}).exitCode, 0);
+        QCOMPARE(run({u"ask"_s, u"--json"_s, u"plan"_s}).names().value(0), u"secret plan.txt"_s);
+        QCOMPARE(run({u"folders"_s, u"remove"_s, path(u"Elsewhere"_s)}).exitCode, 0);
+        QVERIFY(!run({u"ask"_s, u"--json"_s, u"plan"_s}).names().contains(u"secret plan.txt"_s));
+        const Outcome missing = run({u"folders"_s, u"add"_s, path(u"Nowhere"_s)});
+        QCOMPARE(missing.exitCode, 2);
+        QCOMPARE(missing.err.count('\n'), 1);
+        QCOMPARE(run({u"folders"_s, u"remove"_s, path(u"Elsewhere"_s)}).exitCode, 2);
+    }
+
+    void chatAnswersLineByLine()
+    {
+        const QByteArray endless(100'000, 'x');
+        const QByteArray odd =
+            "\xF0\x9F\x8E\x89\xF0\x9F\x8E\x89\n \t\n\xFF\xFE\n" + QByteArray("a\0b", 3)
+            + "\n\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D lease\n" + endless + "\nbudget";
+        const Outcome chat = run({u"chat"_s, u"--json"_s}, odd);
+        QCOMPARE(chat.exitCode, 0);
+        const QByteArrayList lines = chat.out.split('\n');
+        QCOMPARE(lines.size(), 6 + 1); // a blank line is no request
+        for (const QByteArray &line : lines.first(6))
+            QVERIFY2(QJsonDocument::fromJson(line).isObject(), line.left(200).constData());
+        QVERIFY(lines[5].contains("budget 2026.md"));
+    }
+
+    void damagedFilesCountAsAbsent()
+    {
+        QCOMPARE(run({u"index"_s}).out, "3 files indexed in 3 folders.\n");
+        const QString defaults = path(u".config/Dugwise/Dugwise.ini"_s);
+        QVERIFY(QFile::exists(defaults));
+        writeFile(indexPath(), readFile(indexPath()).chopped(3));
+        QVERIFY(run({u"ask"_s, u"--json"_s, u"lease"_s}).names().isEmpty());
+        writeFile(defaults, "[General\nSavedFolderPaths\n\x01\x02=3");
+        QCOMPARE(run({u"ask"_s, u"--json"_s, u"lease"_s}).names().value(0), u"lease.txt"_s);
+        QVERIFY(QFile::exists(defaults + ".damaged"_L1));
+    }
+
+    void aFailedSaveIsLoggedAndLeavesTheOldFile()
+    {
+        QCOMPARE(run({u"index"_s}).exitCode, 0);
+        const QByteArray before = readFile(indexPath());
+        writeFile(path(u"Documents/large.txt"_s), QByteArray(4000, 'x'));
+        // As on a full disk: no file may grow beyond a few bytes.
+        QProcess process;
+        prepare(process, {u"index"_s});
+        process.setChildProcessModifier([] {
+            const rlimit limit{1024, 1024};
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+            ::signal(SIGXFSZ, SIG_IGN);
+        });
+        process.start();
+        QVERIFY(process.waitForFinished(kTimeout));
+        const QByteArray output = process.readAllStandardOutput();
+        QVERIFY2(output.contains("Failed to save index: "), output.constData());
+        QVERIFY(output.contains("4 files indexed"));
+        QCOMPARE(readFile(indexPath()), before);
+    }
+
+    void aKilledSaveLeavesAWholeFile()
+    {
+        for (int i = 0; i < 400; ++i) {
+            writeFile(path(u"Documents/note %1.txt"_s.arg(i)),
+                      QByteArray("note ").repeated(900) + QByteArray::number(i));
+        }
+        QCOMPARE(run({u"index"_s}).exitCode, 0);
+        QCOMPARE(index().size(), 403);
+        for (int delay = 0; delay < 60; delay += 3) {
+            QProcess process;
+            prepare(process, {u"index"_s});
+            process.start();
+            QVERIFY(process.waitForStarted());
+            QTest::qWait(delay);
+            process.kill();
+            process.waitForFinished();
+            const qsizetype records = index().size();
+            // A walk saves after each of the three folders.
+            QVERIFY2(records >= 400, QByteArray::number(records).constData());
+        }
+        QCOMPARE(run({u"index"_s}).exitCode, 0);
+        QCOMPARE(index().size(), 403);
+        const QStringList kept = QDir(path(u".local/share/Dugwise"_s)).entryList(QDir::Files);
+        QCOMPARE(kept, QStringList({u"file_index.json"_s, u"file_index.json.lock"_s}));
+    }
+
+    void processesSideBySideAllAnswer()
+    {
+        for (int i = 0; i < 300; ++i)
+            writeFile(path(u"Documents/note %1.txt"_s.arg(i)), "lease");
+        std::array<QProcess, 4> processes;
+        for (std::size_t i = 0; i < processes.size(); ++i) {
+            const bool isAsking = i % 2 == 0;
+            prepare(processes[i],
+                    isAsking ? QStringList{u"ask"_s, u"--json"_s, u"lease"_s}
+                             : QStringList{u"index"_s});
+            processes[i].start();
+        }
+        for (QProcess &process : processes) {
+            QVERIFY(process.waitForFinished(kTimeout));
+            QCOMPARE(process.exitCode(), 0);
+        }
+        QCOMPARE(index().size(), 303);
+        QCOMPARE(run({u"ask"_s, u"--json"_s, u"lease"_s}).names().size(), 15);
+    }
+
+    void misuseEndsWithTwo()
+    {
+        const Outcome misuse = run({u"ask"_s, u"--quickly"_s, u"x"_s});
+        QCOMPARE(misuse.exitCode, 2);
+        QVERIFY(misuse.out.isEmpty());
+        QCOMPARE(misuse.err.count('\n'), 1);
+        QVERIFY(run({u"--help"_s}).out.contains("dugwise ask"));
+        QVERIFY(run({u"--version"_s}).out.startsWith("dugwise "));
+        QVERIFY(run({u"status"_s}).out.contains("Keyword Search"));
+    }
+};
+
+} // namespace dugwise::test
+
+QTEST_GUILESS_MAIN(dugwise::test::TstProgram)
+#include "tst_Program.moc"

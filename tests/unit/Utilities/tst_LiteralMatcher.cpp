@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Utilities/LiteralMatcher.h"
+
+#include <QTest>
+
+#include <random>
+
+using namespace std::string_literals;
+using namespace dugwise;
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+class Random
+{
+public:
+    std::size_t below(std::size_t limit) { return m_engine() % limit; }
+    std::string text(std::size_t longest, const std::string &alphabet)
+    {
+        std::string text(below(longest + 1), ' ');
+        for (char &c : text)
+            c = alphabet[below(alphabet.size())];
+        return text;
+    }
+
+private:
+    std::mt19937 m_engine{42};
+};
+
+/// What the matcher finds in each text is what plain searching finds.
+void compare(const Strings &literals, const Strings &texts)
+{
+    LiteralSet set;
+    std::vector<std::size_t> numbers;
+    for (const std::string &literal : literals)
+        numbers.push_back(set.add(literal));
+    const LiteralMatcher matcher(set);
+    FoundLiterals found(set.literals().size());
+    for (const std::string &text : texts) {
+        matcher.scan(text, found);
+        for (std::size_t i = 0; i < literals.size(); ++i) {
+            const std::string &literal = literals[i];
+            const bool isIn = !literal.empty() && text.find(literal) != std::string::npos;
+            if (found.contains(numbers[i]) != isIn)
+                QFAIL(QByteArray::fromStdString(literal + " in " + text).toPercentEncoding());
+        }
+    }
+}
+
+} // namespace
+
+class TstLiteralMatcher : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void holdsEqualLiteralsOnce()
+    {
+        LiteralSet set;
+        const std::vector numbers{set.add("one"), set.add(""), set.add("one"), set.add("one\0"s)};
+        QCOMPARE(numbers, (std::vector<std::size_t>{0, 1, 0, 2}));
+        QCOMPARE(set.literals(), (Strings{"one", "", "one\0"s}));
+    }
+
+    void findsBytesAsTheyAre()
+    {
+        compare({}, {"", "text"});
+        compare({""}, {"", "text"});
+        compare({"", "text", "text"}, {"", "text", "tex"});
+        compare({"\0"s, "a\0b"s, "A", "a.c", "(", "[a-z]+", "\\d", "^", "\n", "\xFF", "é", "É"},
+                {"a\0b"s, "abc", "a.c", "[a-z]+", "x\\d", "5", "\r\n", "\xFE\xFF", "caf\u00E9"});
+    }
+
+    void findsWhatPlainSearchingFinds()
+    {
+        Random random;
+        for (int round = 0; round < 200; ++round) {
+            const std::string alphabet = round % 2 == 0 ? "ab\0\xC3"s : "abcdefgh -"s;
+            Strings texts{random.text(20000, alphabet)};
+            for (int i = 0; i < 20; ++i)
+                texts.push_back(random.text(200, alphabet));
+            Strings literals;
+            for (std::size_t left = random.below(60); left > 0; --left)
+                literals.push_back(random.text(random.below(9), alphabet));
+            // Pieces of the texts themselves, long ones too.
+            for (std::size_t left = random.below(20); left > 0; --left) {
+                const std::string &text = texts[random.below(texts.size())];
+                literals.push_back(text.substr(random.below(text.size() + 1), random.below(2000)));
+            }
+            compare(literals, texts);
+        }
+    }
+
+    void findsManyLiterals()
+    {
+        Random random;
+        Strings literals;
+        while (literals.size() < 20000)
+            literals.push_back(random.text(10, "abcdefghijklmnopqrstuvwxyz"));
+        std::string text;
+        for (int word = 0; word < 50; ++word)
+            text += literals[random.below(20000)] + " ";
+        compare(literals, {text, random.text(20000, "abcdefghijklmnopqrstuvwxyz"), literals[0]});
+    }
+};
+
+QTEST_GUILESS_MAIN(TstLiteralMatcher)
+#include "tst_LiteralMatcher.moc"
