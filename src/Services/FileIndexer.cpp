@@ -44,6 +44,15 @@ QStringList existingFolders(const QStringList &paths)
     return existing;
 }
 
+QSet<QString> pathsOf(const QList<IndexedFile> &files)
+{
+    QSet<QString> paths;
+    paths.reserve(files.size());
+    for (const IndexedFile &file : files)
+        paths.insert(file->path);
+    return paths;
+}
+
 QString folderPath(const QUrl &folder)
 {
     return QDir::cleanPath(folder.toLocalFile());
@@ -89,7 +98,6 @@ FileIndexer::FileIndexer(Platform &platform, QObject *parent)
 FileIndexer::~FileIndexer()
 {
     m_stop.request_stop();
-    m_workers.clear();
     m_workers.waitForDone();
 }
 
@@ -287,7 +295,9 @@ QCoro::Task<void> FileIndexer::walk(QString folder)
     setIndexingProgress(0);
     const QFuture<std::optional<QList<ListedFile>>> listing =
         QtConcurrent::run(&m_workers, listFolder, folder, m_stop.get_token());
+    const QFuture<QSet<QString>> gathering = QtConcurrent::run(&m_workers, pathsOf, m_indexedFiles);
     const std::optional<QList<ListedFile>> listed = co_await listing;
+    QSet<QString> knownPaths = co_await gathering;
     if (!self)
         co_return;
     if (!listed) {
@@ -302,7 +312,7 @@ QCoro::Task<void> FileIndexer::walk(QString folder)
     qsizetype done = 0;
     while (done < listed->size() && isListed(folder) == wasListed) {
         while (started < listed->size() && batches.size() < batchesAhead) {
-            batches.push_back(buildRecords(listed->mid(started, kBatch)));
+            batches.push_back(buildRecords(listed->mid(started, kBatch), knownPaths));
             started += kBatch;
         }
         const QFuture<QList<IndexedFile>> batch = batches.front();
@@ -310,7 +320,7 @@ QCoro::Task<void> FileIndexer::walk(QString folder)
         const QList<IndexedFile> records = co_await batch;
         if (!self)
             co_return;
-        append(records);
+        append(records, knownPaths);
         done = std::min(done + kBatch, listed->size());
         setIndexingProgress(static_cast<double>(done) / static_cast<double>(listed->size()));
     }
@@ -358,10 +368,9 @@ void FileIndexer::adopt(const IndexStore::Turn &turn)
 
 void FileIndexer::setIndexedFiles(const QList<IndexedFile> &files)
 {
-    m_indexedFiles = files;
-    m_indexedPaths.clear();
-    for (const IndexedFile &file : files)
-        m_indexedPaths.insert(file->path);
+    // Freeing many texts takes longer than a frame: a worker lets go of them last.
+    auto letGo = [old = std::exchange(m_indexedFiles, files)] {};
+    [[maybe_unused]] const QFuture<void> done = QtConcurrent::run(&m_workers, std::move(letGo));
     Q_EMIT indexedFilesChanged();
 }
 
@@ -375,11 +384,12 @@ void FileIndexer::removeRecordsBelow(const QString &folder)
 }
 
 /// Starts the making of records for those of `files` that have none.
-QFuture<QList<IndexedFile>> FileIndexer::buildRecords(const QList<ListedFile> &files)
+QFuture<QList<IndexedFile>> FileIndexer::buildRecords(const QList<ListedFile> &files,
+                                                      const QSet<QString> &knownPaths)
 {
     QList<ListedFile> missing;
     std::ranges::copy_if(files, std::back_inserter(missing), [&](const ListedFile &file) {
-        return !m_indexedPaths.contains(file.path());
+        return !knownPaths.contains(file.path());
     });
     const FileRecordSources sources{
         .spotlightService = SpotlightMetadataService(m_platform.metadataIndex.get(),
@@ -398,14 +408,14 @@ QFuture<QList<IndexedFile>> FileIndexer::buildRecords(const QList<ListedFile> &f
     return QtConcurrent::run(&m_workers, build);
 }
 
-void FileIndexer::append(const QList<IndexedFile> &records)
+void FileIndexer::append(const QList<IndexedFile> &records, QSet<QString> &knownPaths)
 {
     if (records.isEmpty())
         return;
     for (const IndexedFile &record : records) {
-        if (m_indexedPaths.contains(record->path))
+        if (knownPaths.contains(record->path))
             continue;
-        m_indexedPaths.insert(record->path);
+        knownPaths.insert(record->path);
         m_indexedFiles.append(record);
     }
     Q_EMIT indexedFilesChanged();

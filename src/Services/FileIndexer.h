@@ -92,8 +92,9 @@ private:
     void adopt(const IndexStore::Turn &turn);
     void setIndexedFiles(const QList<IndexedFile> &files);
     void removeRecordsBelow(const QString &folder);
-    [[nodiscard]] QFuture<QList<IndexedFile>> buildRecords(const QList<ListedFile> &files);
-    void append(const QList<IndexedFile> &records);
+    [[nodiscard]] QFuture<QList<IndexedFile>> buildRecords(const QList<ListedFile> &files,
+                                                           const QSet<QString> &knownPaths);
+    void append(const QList<IndexedFile> &records, QSet<QString> &knownPaths);
     void setIsIndexing(bool isIndexing);
     void setIndexingProgress(double progress);
     void countFiles();
@@ -103,7 +104,6 @@ private:
     std::stop_source m_stop;
     IndexStore m_store;
     QList<IndexedFile> m_indexedFiles;
-    QSet<QString> m_indexedPaths;
     QList<QUrl> m_indexedFolderURLs;
     bool m_isIndexing = false;
     double m_indexingProgress = 0;

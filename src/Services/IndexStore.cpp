@@ -6,7 +6,6 @@
 #include "Platform/StandardFolders.h"
 #include "Services/IndexFile.h"
 
-#include <QThreadPool>
 #include <QTimer>
 #include <QtConcurrentRun>
 
@@ -35,7 +34,7 @@ QFuture<void> after(std::chrono::milliseconds time)
 IndexStore::IndexStore(const QString &folder, const QString &fileName, QThreadPool &workers)
     : m_state(std::make_shared<State>(State{.path = folder + u'/' + fileName,
                                             .lockPath = folder + u'/' + fileName + ".lock"_L1,
-                                            .workers = workers}))
+                                            .workers = &workers}))
 {
     makePrivateFolder(folder);
 }
@@ -65,9 +64,11 @@ QCoro::Task<Outcome<Success>> IndexStore::save(QList<IndexedFile> files)
 
 QCoro::Task<std::optional<QList<IndexedFile>>> IndexStore::load(std::shared_ptr<State> state)
 {
+    if (!state->workers)
+        co_return std::nullopt;
     state->version = versionOnDisk(state->path);
     const QFuture<std::optional<QList<IndexedFile>>> loading =
-        QtConcurrent::run(&state->workers, IndexFile::load, state->path);
+        QtConcurrent::run(state->workers.data(), IndexFile::load, state->path);
     const std::optional<QList<IndexedFile>> files = co_await loading;
     co_return files;
 }
@@ -90,8 +91,10 @@ QCoro::Task<std::shared_ptr<IndexStore::Turn>> IndexStore::enter(std::shared_ptr
 QCoro::Task<Outcome<Success>> IndexStore::save(std::shared_ptr<State> state,
                                                QList<IndexedFile> files)
 {
+    if (!state->workers)
+        co_return Failure{u"the program is ending"_s};
     const QFuture<Outcome<Success>> saving =
-        QtConcurrent::run(&state->workers, IndexFile::save, state->path, files);
+        QtConcurrent::run(state->workers.data(), IndexFile::save, state->path, files);
     const Outcome<Success> outcome = co_await saving;
     state->version = versionOnDisk(state->path);
     co_return outcome;

@@ -9,11 +9,11 @@
 
 #include <QCoroTask>
 #include <QList>
+#include <QPointer>
+#include <QThreadPool>
 
 #include <memory>
 #include <optional>
-
-class QThreadPool;
 
 namespace dugwise {
 
@@ -54,7 +54,7 @@ private:
     {
         QString path;
         QString lockPath;
-        QThreadPool &workers;
+        QPointer<QThreadPool> workers; ///< gone with the store
         Turnstile turnstile{};
         std::optional<Version> version{}; ///< the file as last loaded or saved here
     };

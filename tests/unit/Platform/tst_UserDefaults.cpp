@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/UserDefaults.h"
-
 #include "support/SampleFiles.h"
 
 #include <QTemporaryDir>

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/FileSearchService.h"
-
 #include "support/SampleFiles.h"
 
 #include <QTest>
@@ -131,7 +130,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<Case>("c");
         const auto row = [](const char *name, const Case &c) { QTest::newRow(name) << c; };
-        const auto old = [](const QString &path) { return FileFacts{.path = path, .modified = kOld}; };
+        const auto old = [](const QString &path) {
+            return FileFacts{.path = path, .modified = kOld};
+        };
         const auto saying = [](const QByteArray &text) {
             return FileFacts{.path = u"/f/x.txt"_s, .modified = kOld, .text = text};
         };
@@ -149,10 +150,8 @@ private Q_SLOTS:
         row("token like the keyword",
             {words({u"invoice"_s}), old(u"/f/invoce.txt"_s), 6 * 0.6 * 8 / 11, {kName}});
         row("token too unlike", {words({u"zebras"_s}), old(u"/f/zabres.txt"_s), 0});
-        row("best token counts once",
-            {zebra, old(u"/f/zebra_zebra-zebr.txt"_s), 10 + 6, {kName}});
-        row("in the middle of a token",
-            {zebra, old(u"/f/xxxxxzebrayyyyy.txt"_s), 10, {kName}});
+        row("best token counts once", {zebra, old(u"/f/zebra_zebra-zebr.txt"_s), 10 + 6, {kName}});
+        row("in the middle of a token", {zebra, old(u"/f/xxxxxzebrayyyyy.txt"_s), 10, {kName}});
         row("folder", {zebra, old(u"/Zebras/x.txt"_s), 6, {kFolder}});
         row("text", {zebra, saying("A ZEBRA crosses"), 5, {kText}});
         row("variants in the text", {words({u"boxes"_s}), saying("Boxes"), 15, {kText}});
@@ -161,7 +160,8 @@ private Q_SLOTS:
              {.path = u"/zebra/zebra.txt"_s, .modified = kOld, .text = "quagga"},
              5 + 10 + 3 + 6,
              {kText, kName, kFolder}});
-        row("a keyword given twice", {words({u"zebra"_s, u"zebra"_s}), old(u"/f/zebra"_s), 32, {kName}});
+        row("a keyword given twice",
+            {words({u"zebra"_s, u"zebra"_s}), old(u"/f/zebra"_s), 32, {kName}});
         row("capitals are not lowered in keywords",
             {words({u"Zebra"_s}), old(u"/f/Zebra"_s), 6 * 0.6 * 0.75, {kName}});
         row("capitals beyond ASCII", {words({u"ärger"_s}), old(u"/f/ÄRGER"_s), 16, {kName}});
@@ -184,8 +184,7 @@ private Q_SLOTS:
         row("modified at the start", {during(kRange), old(u"/x"_s), 8, {kRecency}});
         row("modified at the end",
             {during(kRange), {.path = u"/x"_s, .modified = kRange.end}, 8, {kRecency}});
-        row("modified before",
-            {during(kRange), {.path = u"/x"_s, .modified = kOld - 0.001}, 0});
+        row("modified before", {during(kRange), {.path = u"/x"_s, .modified = kOld - 0.001}, 0});
         row("modified after",
             {during(kRange), {.path = u"/x"_s, .modified = kRange.end - -0.001}, 0});
         row("three dates",
@@ -214,7 +213,8 @@ private Q_SLOTS:
         row("screenshot as image", {ofKind(image), old(u"/f/screenshot_1.pdf"_s), 6, {kKind}});
         row("image as screenshot", {ofKind(screenshot), old(u"/f/screen1.png"_s), 6, {kKind}});
         row("mere image", {ofKind(screenshot), old(u"/f/x.png"_s), 0});
-        row("kind and screenshot", {ofKind(screenshot, true), old(u"/Desktop/x.png"_s), 14, {kKind}});
+        row("kind and screenshot",
+            {ofKind(screenshot, true), old(u"/Desktop/x.png"_s), 14, {kKind}});
         for (const QString &path : {u"/f/My ScreenShot.txt"_s,
                                     u"/f/a screen shot.doc"_s,
                                     u"/f/screen capture"_s,
@@ -227,8 +227,10 @@ private Q_SLOTS:
                                     u"/f/Screen Shots/x.bmp"_s,
                                     u"/f/Desktop/a/b/x.jpeg"_s})
             row(qPrintable(path), {screenshots(), old(path), 8, {kKind}});
-        for (const QString &path :
-             {u"/f/screen.txt"_s, u"/f/my screen.png"_s, u"/Desktop/x.pdf"_s, u"/f/cleanshot.mov"_s})
+        for (const QString &path : {u"/f/screen.txt"_s,
+                                    u"/f/my screen.png"_s,
+                                    u"/Desktop/x.pdf"_s,
+                                    u"/f/cleanshot.mov"_s})
             row(qPrintable(path), {screenshots(), old(path), 0});
 
         row("semantic", {zebra, old(u"/x"_s), 7.5, {kSemantic}, 0.5});
@@ -260,13 +262,12 @@ private Q_SLOTS:
         if (c.semantic > 0)
             m_semantic.scores.insert(c.file.path, c.semantic);
         // The other files see to it that nothing is carried over from one to the next.
-        const FileFacts distraction{
-            .path = u"/Zebra Desktop/zebra plan b.png"_s, .text = "zebra plan", .source = u"zebra"_s};
-        const auto results =
-            search({}, c.intent, {indexedFile(distraction), indexedFile(c.file)});
-        const auto at = std::ranges::find(results, c.file.path, [](const SearchResult &result) {
-            return result.file->path;
-        });
+        const FileFacts distraction{.path = u"/Zebra Desktop/zebra plan b.png"_s,
+                                    .text = "zebra plan",
+                                    .source = u"zebra"_s};
+        const auto results = search({}, c.intent, {indexedFile(distraction), indexedFile(c.file)});
+        const auto at = std::ranges::find(
+            results, c.file.path, [](const SearchResult &result) { return result.file->path; });
         QCOMPARE(at != results.end(), c.points > 0);
         if (at == results.end())
             return;
@@ -347,9 +348,9 @@ private Q_SLOTS:
         QTest::newRow("no reasons")
             << Case{words({u"zebra"_s}), {.path = u"/x"_s, .modified = kNow - 3.5 * kDay}}
             << u"Modified 3 days ago."_s;
-        QTest::newRow("future")
-            << Case{words({u"zebra"_s}), {.path = u"/x"_s, .modified = kNow - -2 * kHour}}
-            << u"Modified in 2 hours."_s;
+        QTest::newRow("future") << Case{words({u"zebra"_s}),
+                                        {.path = u"/x"_s, .modified = kNow - -2 * kHour}}
+                                << u"Modified in 2 hours."_s;
         QTest::newRow("matches")
             << Case{words({u"zebra"_s}),
                     {.path = u"/zebra/zebra"_s, .modified = kNow - kDay, .text = "zebra"}}
@@ -402,8 +403,8 @@ private Q_SLOTS:
 
 private:
     QList<SearchResult> search(const QString &query,
-                                             const std::optional<Intent> &intent,
-                                             const QList<IndexedFile> &files)
+                               const std::optional<Intent> &intent,
+                               const QList<IndexedFile> &files)
     {
         const FileSearchService service(std::make_unique<FakeSemanticSearch>(m_semantic),
                                         SpotlightMetadataService(nullptr, nullptr),

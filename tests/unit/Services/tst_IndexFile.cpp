@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/IndexFile.h"
-
 #include "support/OrdinaryUser.h"
 #include "support/SampleFiles.h"
 
@@ -173,7 +172,8 @@ private Q_SLOTS:
         QCOMPARE(file->lastUsedDate->seconds, -3.0);
 
         QByteArray escaped = json(withValue(u"extractedText"_s, u"TEXT"_s));
-        escaped.replace("TEXT", "\\ud83d\\uDE00\\u0000\\u00DF").replace("\"name\"", "\"\\u006eame\"");
+        escaped.replace("TEXT", "\\ud83d\\uDE00\\u0000\\u00DF")
+            .replace("\"name\"", "\"\\u006eame\"");
         writeFile(path(), escaped);
         QCOMPARE(IndexFile::load(path())->first()->extractedText->text(),
                  QByteArray("😀\0ß", sizeof "😀\0ß" - 1));
@@ -183,9 +183,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("content");
         const QByteArray good = json(sampleObject());
-        const QByteArrayList texts{"",     " ",     "null", "5",      "\"x\"",  "{}",    "[1]",
-                                   "[[]]", "[{}]",  "[",    "[null]", "[\"\"]", "[{}",   "[}",
-                                   "[][]", "[],",   "[]x",  "\xff",   "[]\xff", "[tru]", "\xef\xbb"};
+        const QByteArrayList texts{"",     " ",    "null", "5",      "\"x\"",  "{}",    "[1]",
+                                   "[[]]", "[{}]", "[",    "[null]", "[\"\"]", "[{}",   "[}",
+                                   "[][]", "[],",  "[]x",  "\xff",   "[]\xff", "[tru]", "\xef\xbb"};
         for (const QByteArray &text : texts)
             QTest::addRow("text %s", text.toHex().constData()) << text;
         QTest::newRow("NULs") << QByteArray(good.size(), '\0');

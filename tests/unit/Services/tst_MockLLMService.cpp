@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/MockLLMService.h"
-
 #include "support/SampleFiles.h"
 
 #include <QTest>
@@ -25,8 +24,7 @@ CrossAppResult found(CrossAppSource source)
     return hit;
 }
 
-const QString kOpen =
-    u". Say \"open #1\" to open a file or \"tell me about #2\" for a summary."_s;
+const QString kOpen = u". Say \"open #1\" to open a file or \"tell me about #2\" for a summary."_s;
 
 } // namespace
 
@@ -52,7 +50,8 @@ private Q_SLOTS:
         QTest::newRow("nothing")
             << Files() << Hits()
             << u"I searched your Mac but couldn't find a match for that. Try describing the file a "
-               "different way \u2014 like when you last opened it, what type it was, or what was in "
+               "different way \u2014 like when you last opened it, what type it was, or what was "
+               "in "
                "it."_s;
         QTest::newRow("one file")
             << Files{named} << Hits()
@@ -70,8 +69,7 @@ private Q_SLOTS:
             << Files(16, bare) << Hits()
             << u"I found 16 files matching your search, ranked by "_s + kOpen;
         QTest::newRow("two emails")
-            << Files() << Hits{email, email}
-            << u"I also found 2 emails related to your search."_s;
+            << Files() << Hits{email, email} << u"I also found 2 emails related to your search."_s;
         QTest::newRow("all sources, in their own order")
             << Files() << Hits{event, event, message, email}
             << u"I also found 1 email and 1 message and 2 calendars related to your search."_s;

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Services/SpotlightMetadataService.h"
-
 #include "Platform/FileAttributes.h"
+#include "Services/SpotlightMetadataService.h"
 #include "support/Fakes.h"
 #include "support/SampleFiles.h"
 
@@ -92,8 +91,8 @@ private Q_SLOTS:
         QTest::newRow("empty lines do not count")
             << Outputs{lines(1, 79) + "\n\n" + lines(80, 81), ""} << lines(1, 80);
         QTest::newRow("80 of the other run") << Outputs{"", lines(1, 90)} << lines(1, 80);
-        QTest::newRow("100 in all") << Outputs{lines(1, 90), lines(101, 190)}
-                                    << lines(1, 80) + lines(101, 120);
+        QTest::newRow("100 in all")
+            << Outputs{lines(1, 90), lines(101, 190)} << lines(1, 80) + lines(101, 120);
         QTest::newRow("each path once") << Outputs{"/x/2\n/x/1\n/x/2\n", "/x/3\n/x/1\n/x/3\n"}
                                         << QByteArray("/x/2\n/x/1\n/x/3\n");
         QTest::newRow("repeats are dropped before the limit of 100")

@@ -78,7 +78,7 @@ private Q_SLOTS:
     void lowerCasesAnyBytes()
     {
         const QByteArray pieces =
-            "A|z| |The Quick BROWN Fox [@`{] Jumps \0|Ä|ß|İ|I|i\u0307|Σ|\u0301|"
+            "A|z| |Seven C|The Quick BROWN Fox [@`{] Jumps \0|Ä|ß|İ|I|i\u0307|Σ|\u0301|"
             "Ǆ|Ω|Ꭰ|\U00010400|\U0001F600|\xFF|\x80|\xC3|\xE2\x82|"
             "\xED\xA0\x80|\xF4\x90\x80\x80|\xC0\xC1"_ba;
         forRandomTexts(pieces.split('|'), [](std::string_view text) {
