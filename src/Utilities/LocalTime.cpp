@@ -2,13 +2,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Utilities/LocalTime.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace dugwise {
 
 QDateTime localTime(Instant instant)
 {
-    return QDateTime::fromSecsSinceEpoch(static_cast<qint64>(std::floor(instant.unixSeconds())));
+    // The years 1 to 9999: a file may claim any date, and calendars end somewhere.
+    constexpr double kFirst = -62'135'596'800;
+    constexpr double kLast = 253'402'214'400;
+    const double seconds = std::clamp(std::floor(instant.unixSeconds()), kFirst, kLast);
+    return QDateTime::fromSecsSinceEpoch(static_cast<qint64>(seconds));
 }
 
 Instant instant(const QDateTime &dateTime)

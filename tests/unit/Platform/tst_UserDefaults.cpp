@@ -35,16 +35,19 @@ private Q_SLOTS:
     void keepsStringLists_data()
     {
         QTest::addColumn<QStringList>("value");
-        QTest::newRow("none") << QStringList();
-        QTest::newRow("one") << QStringList{u"/home/me/Documents"_s};
-        QTest::newRow("two") << QStringList{u"/b"_s, u"/a"_s};
-        QTest::newRow("one with a comma") << QStringList{u"/a, b"_s};
-        QTest::newRow("signs") << QStringList{u"a,b;c\"d\\e"_s, u"k=v"_s, u"[x]"_s, u"#%20\\x41"_s};
-        QTest::newRow("like a type") << QStringList{u"@Invalid()"_s, u"@ByteArray(x)"_s, u"@"_s};
-        QTest::newRow("one like a type") << QStringList{u"@Variant(x)"_s};
-        QTest::newRow("white space") << QStringList{u" a "_s, u"\tb\n"_s, u"\r\n"_s};
-        QTest::newRow("Unicode") << QStringList{u"/Bücher"_s, u"/שלום"_s, u"/😀"_s, u"/e\u0301"_s};
-        QTest::newRow("with an empty one") << QStringList{QString(), u"a"_s};
+        const auto row = [](const char *name, const QStringList &value) {
+            QTest::newRow(name) << value;
+        };
+        row("none", {});
+        row("one", {u"/home/me/Documents"_s});
+        row("two", {u"/b"_s, u"/a"_s});
+        row("one with a comma", {u"/a, b"_s});
+        row("signs", {u"a,b;c\"d\\e"_s, u"k=v"_s, u"[x]"_s, u"#%20\\x41"_s});
+        row("like types", {u"@Invalid()"_s, u"@ByteArray(x)"_s, u"@"_s});
+        row("one like a type", {u"@Variant(x)"_s});
+        row("white space", {u" a "_s, u"\tb\n"_s, u"\r\n"_s});
+        row("Unicode", {u"/Bücher"_s, u"/שלום"_s, u"/😀"_s, u"/e\u0301"_s});
+        row("with an empty one", {QString(), u"a"_s});
     }
     void keepsStringLists()
     {
@@ -83,15 +86,18 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("stored");
         QTest::addColumn<bool>("isStrings");
-        QTest::newRow("missing") << QByteArray("Other=1") << false;
-        QTest::newRow("text") << QByteArray("Key=text") << true;
-        QTest::newRow("texts") << QByteArray("Key=a, b") << true;
-        QTest::newRow("bytes") << QByteArray("Key=@ByteArray(x)") << false;
-        QTest::newRow("mixed") << QByteArray("Key=@ByteArray(x), y") << false;
-        QTest::newRow("invalid") << QByteArray("Key=@Invalid()") << false;
-        QTest::newRow("cut variant") << QByteArray("Key=@Variant(\\0\\0\\0\\t\\0)") << false;
-        QTest::newRow("size") << QByteArray("Key=@Size(1 2)") << false;
-        QTest::newRow("a group") << QByteArray("[Key]\nx=1") << false;
+        const auto row = [](const char *name, const QByteArray &stored, bool isStrings = false) {
+            QTest::newRow(name) << stored << isStrings;
+        };
+        row("missing", "Other=1");
+        row("text", "Key=text", true);
+        row("texts", "Key=a, b", true);
+        row("bytes", "Key=@ByteArray(x)");
+        row("mixed", "Key=@ByteArray(x), y");
+        row("invalid", "Key=@Invalid()");
+        row("cut variant", "Key=@Variant(\\0\\0\\0\\t\\0)");
+        row("size", "Key=@Size(1 2)");
+        row("a group", "[Key]\nx=1");
     }
     void countsOtherTypesAsAbsent()
     {

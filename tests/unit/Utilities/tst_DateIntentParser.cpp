@@ -18,7 +18,7 @@ QDateTime utc(const QString &iso)
 }
 QDateTime utc(Instant instant)
 {
-    const auto milliseconds = static_cast<qint64>(instant.unixSeconds() * 1000);
+    const auto milliseconds = qRound64(instant.unixSeconds() * 1000);
     return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC);
 }
 Instant at(const QString &iso)

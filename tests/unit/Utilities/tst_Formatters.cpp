@@ -7,6 +7,8 @@
 
 #include <time.h>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 using namespace dugwise;
 

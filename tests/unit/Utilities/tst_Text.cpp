@@ -9,6 +9,7 @@
 #include <unicode/casemap.h>
 #include <unicode/unistr.h>
 
+#include <memory>
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -128,24 +129,20 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<QByteArray>("found");
-        QTest::newRow("nothing") << ""_ba
-                                 << ""_ba;
-        QTest::newRow("file name") << "Q3-Reports_final (2).pdf"_ba
-                                   << "Q3|Reports|final|pdf"_ba;
-        QTest::newRow("single ones") << "a 1 é e\u0301 \u6771"_ba
-                                     << ""_ba;
-        QTest::newRow("repeats") << "to to"_ba
-                                 << "to|to"_ba;
-        QTest::newRow("marks") << "nai\u0308ve \u0939\u093F/"_ba
-                               << "nai\u0308ve"_ba;
-        QTest::newRow("scripts") << "\u6771\u4EAC \u0915\u0947\u0932\u093E"_ba
-                                 << "\u6771\u4EAC|\u0915\u0947\u0932\u093E"_ba;
-        QTest::newRow("numbers") << "\u0661\u0662 \u2167\u2168 x\u00B2"_ba
-                                 << "\u0661\u0662|\u2167\u2168|x\u00B2"_ba;
-        QTest::newRow("signs") << "ab\U0001F600cd\u2019ef\u00A0gh\0ij"_ba
-                               << "ab|cd|ef|gh|ij"_ba;
-        QTest::newRow("not UTF-8") << "ab\xFF|cd\xE2\x82"_ba
-                                   << "ab|cd"_ba;
+        const auto row = [](const char *name, const QByteArray &text, const QByteArray &found) {
+            QTest::newRow(name) << text << found;
+        };
+        row("nothing", "", "");
+        row("file name", "Q3-Reports_final (2).pdf", "Q3|Reports|final|pdf");
+        row("single ones", "a 1 é e\u0301 \u6771", "");
+        row("repeats", "to to", "to|to");
+        row("marks", "nai\u0308ve \u0939\u093F/", "nai\u0308ve");
+        row("scripts",
+            "\u6771\u4EAC \u0915\u0947\u0932\u093E",
+            "\u6771\u4EAC|\u0915\u0947\u0932\u093E");
+        row("numbers", "\u0661\u0662 \u2167\u2168 x\u00B2", "\u0661\u0662|\u2167\u2168|x\u00B2");
+        row("signs", "ab\U0001F600cd\u2019ef\u00A0gh\0ij"_ba, "ab|cd|ef|gh|ij");
+        row("not UTF-8", "ab\xFF|cd\xE2\x82", "ab|cd");
     }
     void findsWords()
     {
