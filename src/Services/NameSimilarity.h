@@ -28,6 +28,8 @@ public:
     [[nodiscard]] const std::vector<double> &best(std::string_view name);
 
 private:
+    static constexpr std::size_t kBytePairs = std::size_t{256} * 256;
+
     struct Keyword
     {
         std::string text;
@@ -47,7 +49,7 @@ private:
     BigramTable m_table;
     std::vector<Keyword> m_keywords;
     /// Pairs of bytes in the keywords. A word that has none of them is near to none: most numbers.
-    std::bitset<256 * 256> m_bytePairs;
+    std::bitset<kBytePairs> m_bytePairs;
     std::unordered_map<std::string, std::vector<Near>> m_known;
     std::vector<double> m_best;
     std::vector<std::size_t> m_touched;
