@@ -36,7 +36,6 @@ constexpr double kUsedInThreeDays = 3;
 constexpr double kUsedThisWeek = 1.5;
 } // namespace Points
 
-constexpr double kSemanticThreshold = 0.35;
 constexpr double kPhraseShare = 0.7;
 
 void earn(FileScore &score, double points, MatchReason reason)

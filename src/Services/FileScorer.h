@@ -27,6 +27,9 @@ struct FileScore
 class FileScorer
 {
 public:
+    /// A file's nearness in meaning counts when it is above this.
+    static constexpr double kSemanticThreshold = 0.35;
+
     /// `semanticScores` maps paths to scores from 0 to 1.
     FileScorer(SearchTerms terms, QHash<QString, double> semanticScores, Instant now);
     Q_DISABLE_COPY_MOVE(FileScorer)

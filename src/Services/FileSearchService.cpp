@@ -19,7 +19,6 @@ using MatchReason = SearchResult::MatchReason;
 
 namespace {
 
-constexpr double kSemanticThreshold = 0.35;
 constexpr qsizetype kMostSemanticMatches = 30;
 constexpr std::size_t kMostResults = 15;
 
@@ -56,8 +55,8 @@ QList<SearchResult> FileSearchService::search(const QString &query,
         return {};
 
     QHash<QString, double> semanticScores;
-    for (const SemanticMatch &match :
-         m_semanticSearch->search(query, files, kSemanticThreshold, kMostSemanticMatches))
+    for (const SemanticMatch &match : m_semanticSearch->search(
+             query, files, FileScorer::kSemanticThreshold, kMostSemanticMatches))
         semanticScores.insert(match.file->path, match.score);
 
     FileScorer scorer(terms, std::move(semanticScores), now);

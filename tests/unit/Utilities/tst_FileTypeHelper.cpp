@@ -13,63 +13,48 @@ class TstFileTypeHelper : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void knowsExtensions_data()
-    {
-        QTest::addColumn<FileType>("type");
-        QTest::addColumn<QString>("extensions");
-        QTest::addColumn<QString>("look");
-        const auto row = [](FileType type, const QString &look, const QString &extensions) {
-            QTest::newRow(qPrintable(rawValue(type))) << type << extensions << look;
-        };
-        row(FileType::pdf, u"doc.richtext.fill red"_s, u"pdf"_s);
-        row(FileType::text, u"doc.text.fill blue"_s, u"txt rtf log"_s);
-        row(FileType::markdown, u"doc.plaintext.fill purple"_s, u"md markdown"_s);
-        row(FileType::document, u"doc.fill blue"_s, u"doc docx pages"_s);
-        row(FileType::image, u"photo.fill green"_s, u"jpg jpeg png gif heic tiff webp bmp svg"_s);
-        row(FileType::spreadsheet, u"tablecells.fill green"_s, u"xls xlsx csv numbers"_s);
-        row(FileType::presentation, u"rectangle.on.rectangle.fill orange"_s, u"ppt pptx key"_s);
-        row(FileType::code,
-            u"chevron.left.forwardslash.chevron.right teal"_s,
-            u"swift py js ts html css json xml yaml yml rb go rs c cpp h m java kt sh zsh bash"_s);
-        row(FileType::archive, u"archivebox.fill gray"_s, u"zip tar gz rar 7z dmg"_s);
-        row(FileType::other, u"doc.fill gray"_s, u" exe tar.gz screenshot .pdf tif htm"_s);
-    }
     void knowsExtensions()
     {
-        QFETCH(const FileType, type);
-        QFETCH(const QString, extensions);
-        const bool isText =
-            type == FileType::text || type == FileType::markdown || type == FileType::code;
-        for (const QString &extension : extensions.split(u' ')) {
-            const QString upper = extension.toUpper();
-            QCOMPARE(FileTypeHelper::fileType(extension), type);
-            QCOMPARE(FileTypeHelper::fileType(upper), type);
-            QTEST(FileTypeHelper::sfSymbol(upper) + u' ' + FileTypeHelper::iconColor(upper),
-                  "look");
-            QCOMPARE(FileTypeHelper::isTextExtractable(extension), isText || extension == "csv"_L1);
-            QVERIFY(!FileTypeHelper::isTextExtractable(upper));
+        using namespace FileTypeHelper;
+        // Kind, symbol and colour; the extensions; and a mark where they hold plain text.
+        const QString table = uR"(
+pdf doc.richtext.fill red|pdf
+text doc.text.fill blue|txt rtf log|text
+markdown doc.plaintext.fill purple|md markdown|text
+document doc.fill blue|doc docx pages
+image photo.fill green|jpg jpeg png gif heic tiff webp bmp svg
+spreadsheet tablecells.fill green|xls xlsx numbers
+spreadsheet tablecells.fill green|csv|text
+presentation rectangle.on.rectangle.fill orange|ppt pptx key
+code chevron.left.forwardslash.chevron.right teal|swift py js ts html css json xml yaml yml rb|text
+code chevron.left.forwardslash.chevron.right teal|go rs c cpp h m java kt sh zsh bash|text
+archive archivebox.fill gray|zip tar gz rar 7z dmg
+other doc.fill gray| exe tar.gz screenshot .pdf tif htm
+)"_s;
+        for (const QString &line : table.split(u'\n', Qt::SkipEmptyParts)) {
+            const QStringList cells = line.split(u'|');
+            for (const QString &lower : cells[1].split(u' ')) {
+                const QString upper = lower.toUpper();
+                const QString look = sfSymbol(upper) + u' ' + iconColor(upper);
+                QCOMPARE(rawValue(fileType(lower)) + u' ' + look, cells[0]);
+                QVERIFY2(isTextExtractable(lower) == (cells.size() == 3), qPrintable(lower));
+                QVERIFY2(!isTextExtractable(upper), qPrintable(upper));
+            }
         }
     }
 
-    void takesPathsApart_data()
-    {
-        QTest::addColumn<QStringList>("parts");
-        const auto row = [](const char *path, const QStringList &parts) {
-            QTest::newRow(path) << parts;
-        };
-        row("/home/ada/Plan.v2.PDF", {u"/home/ada"_s, u"Plan.v2.PDF"_s, u"PDF"_s});
-        row("/a.b/readme", {u"/a.b"_s, u"readme"_s, {}});
-        row("/a/.bashrc", {u"/a"_s, u".bashrc"_s, {}});
-        row("/a/.config.json", {u"/a"_s, u".config.json"_s, u"json"_s});
-        row("/a/end.", {u"/a"_s, u"end."_s, {}});
-        row("/top.txt", {u"/"_s, u"top.txt"_s, u"txt"_s});
-        row("/", {u"/"_s, {}, {}});
-    }
     void takesPathsApart()
     {
         using namespace FilePath;
-        const QString path = QString::fromLatin1(QTest::currentDataTag());
-        QTEST(QStringList({folder(path), name(path), fileExtension(path)}), "parts");
+        const QString table = u"/home/ada/Plan.v2.PDF|/home/ada|Plan.v2.PDF|PDF\n"
+                              "/a.b/readme|/a.b|readme|\n/a/.bashrc|/a|.bashrc|\n"
+                              "/a/.config.json|/a|.config.json|json\n/a/end.|/a|end.|\n"
+                              "/top.txt|/|top.txt|txt\n/|/||"_s;
+        for (const QString &line : table.split(u'\n')) {
+            const QString path = line.section(u'|', 0, 0);
+            QCOMPARE(QStringList({path, folder(path), name(path), fileExtension(path)}).join(u'|'),
+                     line);
+        }
     }
 };
 

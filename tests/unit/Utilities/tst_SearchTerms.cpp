@@ -7,13 +7,6 @@
 using namespace Qt::StringLiterals;
 using namespace dugwise;
 
-namespace {
-
-constexpr Instant kNow{750'000'000};
-constexpr DateIntentParser::DateRange kLastWeek{{kNow.seconds - 7 * 86400}, kNow};
-
-} // namespace
-
 class TstSearchTerms : public QObject
 {
     Q_OBJECT
@@ -63,50 +56,36 @@ private Q_SLOTS:
         QVERIFY(!SearchTerms{.includeScreenshots = true}.isEmpty());
     }
 
-    void expands_data()
-    {
-        QTest::addColumn<QString>("expanded");
-        QTest::newRow("deck budget") << u"deck budget presentation pptx ppt keynote slide pitch "
-                                        "forecast financial expense spending"_s;
-        QTest::newRow("tax taxes") << u"tax taxes irs w2 1099"_s;
-        QTest::newRow("tax tax") << u"tax tax irs w2 1099 taxes"_s;
-        QTest::newRow("slides slide") << u"slides slide presentation pptx ppt keynote"_s;
-        QTest::newRow("pic") << u"pic image photo picture jpg png"_s;
-        QTest::newRow("Deck decks") << u"Deck decks"_s;
-    }
     void expands()
     {
-        const QStringList keywords = QString::fromLatin1(QTest::currentDataTag()).split(u' ');
-        QTEST(expandKeywords(keywords).join(u' '), "expanded");
+        const auto expanded = [](const QString &keywords) {
+            return expandKeywords(keywords.split(u' ')).join(u' ');
+        };
+        QCOMPARE(expanded(u"deck budget"_s),
+                 u"deck budget presentation pptx ppt keynote slide pitch "
+                 "forecast financial expense spending"_s);
+        QCOMPARE(expanded(u"tax taxes"_s), u"tax taxes irs w2 1099"_s);
+        QCOMPARE(expanded(u"tax tax"_s), u"tax tax irs w2 1099 taxes"_s);
+        QCOMPARE(expanded(u"Deck decks"_s), u"Deck decks"_s);
     }
 
-    void extractsPhrases_data()
-    {
-        QTest::addColumn<QString>("query");
-        QTest::addColumn<QString>("phrases");
-        const auto row = [](const char *name, const QString &query, const QString &phrases) {
-            QTest::newRow(name) << query << phrases;
-        };
-        row("no marker", u"the quarterly plan"_s, {});
-        row("cut at a comma", u"notes Called Q3 Plan, final"_s, u"q3 plan"_s);
-        row("other cuts", u"called abc! says def? about ghi; named jkl."_s, u"abc|jkl|ghi|def"_s);
-        row("markers' order", u"with title budget plan"_s, u"budget plan|title budget plan"_s);
-        row("first of two", u"called one. called two"_s, u"one"_s);
-        row("two characters", u"about it. with ie\u0301"_s, {});
-        row("six words", u"about a b  c d e f"_s, u"a b  c d e f"_s);
-        row("seven words", u"about a b c d e f g"_s, {});
-        row("blanks around", u"about  \t plans \u00A0. x"_s, u"plans"_s);
-        row("marker at the end", u"a file called "_s, {});
-    }
     void extractsPhrases()
     {
-        QFETCH(const QString, query);
-        QTEST(extractPhrases(query).join(u'|'), "phrases");
+        // Queries, each with the phrases in it.
+        const QString table =
+            u"the quarterly plan=\nnotes Called Q3 Plan, final=q3 plan\na file called =\n"
+            "other called abc! says def? about ghi; named jkl.=abc|jkl|ghi|def\n"
+            "with title budget plan=budget plan|title budget plan\ncalled one. called two=one\n"
+            "about it. with ie\u0301=\nabout a b  c d e f=a b  c d e f\nabout a b c d e f g=\n"
+            "about  \t plans \u00A0. x=plans"_s;
+        for (const QString &line : table.split(u'\n')) {
+            const QString query = line.section(u'=', 0, 0);
+            QCOMPARE(query + u'=' + extractPhrases(query).join(u'|'), line);
+        }
     }
 
-    void stems_data()
+    void stems()
     {
-        QTest::addColumn<QString>("variants");
         // The rarer ones stand on either side of the shortest word that loses its ending.
         const QString table =
             u"reports report|boxes boxe box|meeting meet meetings|agreement agree agreements|"
@@ -114,13 +93,12 @@ private Q_SLOTS:
             "ended end endeds|cement cements|fitment fit fitments|e\u0301as|"
             "e\u0301lament e\u0301la e\u0301laments"_s;
         for (const QString &variants : table.split(u'|'))
-            QTest::newRow(qPrintable(variants)) << variants;
+            QCOMPARE(stemVariants(variants.section(u' ', 0, 0)).join(u' '), variants);
     }
-    void stems()
-    {
-        QFETCH(const QString, variants);
-        QCOMPARE(stemVariants(variants.section(u' ', 0, 0)).join(u' '), variants);
-    }
+
+private:
+    static constexpr Instant kNow{750'000'000};
+    static constexpr DateIntentParser::DateRange kLastWeek{{kNow.seconds - 7 * 86400}, kNow};
 };
 
 QTEST_GUILESS_MAIN(TstSearchTerms)
