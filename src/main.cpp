@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "CommandLine/AnswerText.h"
 #include "CommandLine/CommandLine.h"
 #include "DugwiseApp.h"
 #include "Platform/Platform.h"
@@ -52,8 +53,11 @@ int main(int argc, char *argv[])
     }
 
     Platform platform(StandardFolders::ofUser());
-    if (answersOnStandardOutput(arguments->command))
-        platform.log = [](const QString &line) { std::fputs(qPrintable(line + u'\n'), stderr); };
+    std::FILE *const log = answersOnStandardOutput(arguments->command) ? stderr : stdout;
+    platform.log = [log](const QString &line) {
+        std::fputs(qPrintable(printable(line) + u'\n'), log);
+        std::fflush(log);
+    };
     if (!arguments->useSystemSearch)
         platform.metadataQueryCommand.reset();
     DugwiseApp app(platform);

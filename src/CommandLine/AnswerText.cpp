@@ -84,7 +84,10 @@ QString printable(const QString &text)
 {
     QString shown = text;
     for (QChar &c : shown) {
-        if (c.category() == QChar::Other_Control)
+        // The others turn the direction of the text around them.
+        const bool isTurning =
+            (c >= u'\u202A' && c <= u'\u202E') || (c >= u'\u2066' && c <= u'\u2069');
+        if (c.category() == QChar::Other_Control || isTurning)
             c = QChar::ReplacementCharacter;
     }
     return shown;

@@ -27,6 +27,7 @@ namespace dugwise {
 namespace {
 
 constexpr int kDone = 0;
+constexpr int kNotWritten = 1;
 constexpr int kMisuse = 2;
 
 /// Runs the event loop until `isReached` holds, asking again at each `changed` of `sender`.
@@ -67,6 +68,12 @@ CommandLine::CommandLine(const Platform &platform, AppState &appState, FileIndex
 {}
 
 int CommandLine::run(const Arguments &arguments)
+{
+    const int status = carryOut(arguments);
+    return status == kDone && std::ferror(stdout) != 0 ? kNotWritten : status;
+}
+
+int CommandLine::carryOut(const Arguments &arguments)
 {
     switch (arguments.command) {
     case Arguments::Command::ask:
@@ -147,8 +154,10 @@ void CommandLine::answer(const QString &request, bool json)
 int CommandLine::listFolders()
 {
     waitUntilSettled();
-    for (const QUrl &folder : m_fileIndexer.indexedFolderURLs())
-        print(folder.toLocalFile() + u'\n');
+    for (const QUrl &folder : m_fileIndexer.indexedFolderURLs()) {
+        const QString path = folder.toLocalFile();
+        print((isTerminal(STDOUT_FILENO) ? printable(path) : path) + u'\n');
+    }
     return kDone;
 }
 
@@ -176,8 +185,8 @@ int CommandLine::removeFolder(const QString &folder)
     }
     m_fileIndexer.removeFolder(url);
     waitUntilSettled();
-    print(u"%1 is no longer indexed; %2 files are left.\n"_s.arg(folder).arg(
-        m_fileIndexer.indexedFiles().size()));
+    print(u"%1 is no longer indexed; %2 files are left.\n"_s.arg(
+        printable(folder), QString::number(m_fileIndexer.indexedFiles().size())));
     return kDone;
 }
 

@@ -11,7 +11,7 @@ class FileIndexer;
 struct Platform;
 
 /// Carries out one command on the application's own objects and returns the exit status: 0, 1 when
-/// it could not be done, 2 on misuse.
+/// the answer could not be written, 2 on misuse.
 class CommandLine
 {
 public:
@@ -20,6 +20,7 @@ public:
     [[nodiscard]] int run(const Arguments &arguments);
 
 private:
+    [[nodiscard]] int carryOut(const Arguments &arguments);
     void waitUntilSettled();
     void waitUntilReady();
     [[nodiscard]] int ask(const Arguments &arguments);

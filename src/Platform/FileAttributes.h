@@ -16,6 +16,7 @@ struct FileAttributes
     bool isRegularFile = false;
     bool isFolder = false;
     qint64 size = 0;                    ///< bytes
+    quint64 device = 0;                 ///< its file system, as long as that is mounted
     quint64 inode = 0;                  ///< unique on its file system
     std::optional<Instant> createdDate; ///< not every file system knows it
     Instant modifiedDate;

@@ -24,8 +24,8 @@ struct StandardFolders
     [[nodiscard]] static StandardFolders ofUser();
 };
 
-/// Makes `folder`, and what is missing above it, readable by its owner only. Failure is ignored:
-/// whatever is then written there fails with its own message.
+/// Makes `folder`, readable by its owner only, and what is missing above it as any other folder.
+/// Failure is ignored: whatever is then written there fails with its own message.
 void makePrivateFolder(const QString &folder);
 
 } // namespace dugwise

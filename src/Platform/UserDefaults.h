@@ -29,7 +29,7 @@ private:
     void write(const QString &key, const QVariant &value);
 
     QSettings m_settings;
-    bool m_isDamaged;
+    bool m_isDamaged = false;
 };
 
 } // namespace dugwise

@@ -25,6 +25,9 @@ namespace {
 /// Files whose records one worker makes at a time; their appending takes well below a frame.
 constexpr qsizetype kBatch = 32;
 
+/// How long the start-up waits for another process before it goes on with what is on disk.
+constexpr std::chrono::seconds kStartUpWait{10};
+
 using Resolved = QList<Outcome<QString>>;
 
 Resolved resolveAll(const QByteArrayList &bookmarks)
@@ -39,7 +42,7 @@ QStringList existingFolders(const QStringList &paths)
 {
     QStringList existing;
     std::ranges::copy_if(paths, std::back_inserter(existing), [](const QString &path) {
-        return !path.isEmpty() && QFileInfo(path).isDir();
+        return QDir::isAbsolutePath(path) && QFileInfo(path).isDir();
     });
     return existing;
 }
@@ -131,10 +134,12 @@ QCoro::Task<void> FileIndexer::startUp()
     for (const QString &path : saved)
         appendFolder(path);
 
-    const std::optional<QList<IndexedFile>> files = co_await m_store.load();
+    std::optional<QList<IndexedFile>> files = co_await m_store.load();
     if (!self)
         co_return;
-    setIndexedFiles(files.value_or(QList<IndexedFile>()));
+    if (files)
+        setIndexedFiles(std::move(*files));
+    files.reset();
     countFiles();
 
     const QStringList present = co_await checkingCommon;
@@ -142,13 +147,18 @@ QCoro::Task<void> FileIndexer::startUp()
         co_return;
     const auto added =
         std::ranges::count_if(present, [&](const QString &path) { return appendFolder(path); });
+    m_isRestored = true;
+    for (const auto &change : std::exchange(m_waitingChanges, {}))
+        change();
     if (added == 0)
         co_return;
-    saveFolderPaths();
-    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
+    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter(kStartUpWait);
     if (!self)
         co_return;
     adopt(*turn);
+    if (turn->lock.state() == FileLock::State::heldByAnother)
+        co_return; // the folders are not saved either: the next start finds them new again
+    saveFolderPaths();
     for (const QString &path : common) {
         if (!isListed(path))
             continue;
@@ -177,6 +187,8 @@ QCoro::Task<void> FileIndexer::pickFolder()
 
 void FileIndexer::addFolderURL(const QUrl &folder)
 {
+    if (!isRestored([this, folder] { addFolderURL(folder); }))
+        return;
     const QString path = folderPath(folder);
     if (isListed(path))
         return;
@@ -190,6 +202,9 @@ QCoro::Task<void> FileIndexer::saveBookmark(QString folder)
 {
     const QPointer<FileIndexer> self(this);
     const Task task(*this);
+    const std::shared_ptr<Turnstile::Pass> pass = co_await m_bookmarks.enter();
+    if (!self)
+        co_return;
     const QFuture<Outcome<QByteArray>> creating =
         QtConcurrent::run(&m_workers, FolderBookmark::create, folder);
     const Outcome<QByteArray> bookmark = co_await creating;
@@ -207,6 +222,8 @@ QCoro::Task<void> FileIndexer::saveBookmark(QString folder)
 
 void FileIndexer::removeFolder(const QUrl &folder)
 {
+    if (!isRestored([this, folder] { removeFolder(folder); }))
+        return;
     const QString path = folderPath(folder);
     m_indexedFolderURLs.removeAll(QUrl::fromLocalFile(path));
     Q_EMIT indexedFolderURLsChanged();
@@ -220,6 +237,9 @@ QCoro::Task<void> FileIndexer::removeBookmark(QString folder)
 {
     const QPointer<FileIndexer> self(this);
     const Task task(*this);
+    const std::shared_ptr<Turnstile::Pass> pass = co_await m_bookmarks.enter();
+    if (!self)
+        co_return;
     const QByteArrayList bookmarks =
         m_platform.userDefaults.byteArrayList(kBookmarksKey).value_or(QByteArrayList());
     const QFuture<Resolved> resolving = QtConcurrent::run(&m_workers, resolveAll, bookmarks);
@@ -250,7 +270,8 @@ QCoro::Task<void> FileIndexer::saveRemoval(QString folder)
 
 void FileIndexer::reindexAll()
 {
-    reindex();
+    if (isRestored([this] { reindexAll(); }))
+        reindex();
 }
 
 QCoro::Task<void> FileIndexer::reindex()
@@ -260,6 +281,7 @@ QCoro::Task<void> FileIndexer::reindex()
     const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
     if (!self)
         co_return;
+    adopt(*turn);
     setIndexedFiles({});
     setIsIndexing(true);
     setIndexingProgress(0);
@@ -271,6 +293,7 @@ QCoro::Task<void> FileIndexer::reindex()
             co_return;
     }
     setIsIndexing(false);
+    countFiles();
 }
 
 QCoro::Task<void> FileIndexer::indexFolder(QUrl folder)
@@ -293,13 +316,16 @@ QCoro::Task<void> FileIndexer::walk(QString folder)
     const QPointer<FileIndexer> self(this);
     setIsIndexing(true);
     setIndexingProgress(0);
-    const QFuture<std::optional<QList<ListedFile>>> listing =
+    QFuture<std::optional<QList<ListedFile>>> listing =
         QtConcurrent::run(&m_workers, listFolder, folder, m_stop.get_token());
-    const QFuture<QSet<QString>> gathering = QtConcurrent::run(&m_workers, pathsOf, m_indexedFiles);
-    const std::optional<QList<ListedFile>> listed = co_await listing;
+    QFuture<QSet<QString>> gathering = QtConcurrent::run(&m_workers, pathsOf, m_indexedFiles);
+    std::optional<QList<ListedFile>> listed = co_await listing;
     QSet<QString> knownPaths = co_await gathering;
     if (!self)
         co_return;
+    // What the futures share with these would be copied at the first change.
+    listing = {};
+    gathering = {};
     if (!listed) {
         setIsIndexing(false);
         co_return;
@@ -324,6 +350,7 @@ QCoro::Task<void> FileIndexer::walk(QString folder)
         done = std::min(done + kBatch, listed->size());
         setIndexingProgress(static_cast<double>(done) / static_cast<double>(listed->size()));
     }
+    freeInWorker(std::move(*listed), std::move(knownPaths));
     setIsIndexing(false);
     countFiles();
     co_await saveIndex();
@@ -359,19 +386,33 @@ void FileIndexer::saveFolderPaths()
     m_platform.userDefaults.setStringList(kFolderPathsKey, paths);
 }
 
-/// Takes over what another process has made of the index.
-void FileIndexer::adopt(const IndexStore::Turn &turn)
+bool FileIndexer::isRestored(const std::function<void()> &change)
 {
-    if (turn.changedIndex)
-        setIndexedFiles(*turn.changedIndex);
+    if (!m_isRestored)
+        m_waitingChanges.append(change);
+    return m_isRestored;
 }
 
-void FileIndexer::setIndexedFiles(const QList<IndexedFile> &files)
+/// Takes over what another process has made of the index.
+void FileIndexer::adopt(IndexStore::Turn &turn)
 {
-    // Freeing many texts takes longer than a frame: a worker lets go of them last.
-    auto letGo = [old = std::exchange(m_indexedFiles, files)] {};
-    [[maybe_unused]] const QFuture<void> done = QtConcurrent::run(&m_workers, std::move(letGo));
+    if (turn.changedIndex)
+        setIndexedFiles(std::move(*turn.changedIndex));
+    turn.changedIndex.reset();
+}
+
+void FileIndexer::setIndexedFiles(QList<IndexedFile> files)
+{
+    freeInWorker(std::exchange(m_indexedFiles, std::move(files)));
     Q_EMIT indexedFilesChanged();
+}
+
+/// Lets go of values in a worker: freeing many texts takes longer than a frame.
+template <typename... Values>
+void FileIndexer::freeInWorker(Values... values)
+{
+    auto letGo = [... held = std::move(values)] {};
+    [[maybe_unused]] const QFuture<void> done = QtConcurrent::run(&m_workers, std::move(letGo));
 }
 
 void FileIndexer::removeRecordsBelow(const QString &folder)
@@ -380,7 +421,7 @@ void FileIndexer::removeRecordsBelow(const QString &folder)
     std::ranges::copy_if(m_indexedFiles, std::back_inserter(kept), [&](const IndexedFile &file) {
         return !isBelow(file->path, folder);
     });
-    setIndexedFiles(kept);
+    setIndexedFiles(std::move(kept));
 }
 
 /// Starts the making of records for those of `files` that have none.

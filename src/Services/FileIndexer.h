@@ -14,6 +14,7 @@
 #include <QThreadPool>
 #include <QUrl>
 
+#include <chrono>
 #include <functional>
 #include <stop_token>
 
@@ -89,8 +90,12 @@ private:
     [[nodiscard]] bool isListed(const QString &folder) const;
     bool appendFolder(const QString &folder);
     void saveFolderPaths();
-    void adopt(const IndexStore::Turn &turn);
-    void setIndexedFiles(const QList<IndexedFile> &files);
+    /// Whether the start-up has restored the folders and the index; until then `change` waits.
+    [[nodiscard]] bool isRestored(const std::function<void()> &change);
+    void adopt(IndexStore::Turn &turn);
+    void setIndexedFiles(QList<IndexedFile> files);
+    template <typename... Values>
+    void freeInWorker(Values... values);
     void removeRecordsBelow(const QString &folder);
     [[nodiscard]] QFuture<QList<IndexedFile>> buildRecords(const QList<ListedFile> &files,
                                                            const QSet<QString> &knownPaths);
@@ -103,12 +108,15 @@ private:
     QThreadPool m_workers;
     std::stop_source m_stop;
     IndexStore m_store;
+    Turnstile m_bookmarks; ///< changes of the stored bookmarks
     QList<IndexedFile> m_indexedFiles;
     QList<QUrl> m_indexedFolderURLs;
     bool m_isIndexing = false;
     double m_indexingProgress = 0;
     qsizetype m_totalFilesIndexed = 0;
     int m_tasks = 0;
+    bool m_isRestored = false;
+    QList<std::function<void()>> m_waitingChanges; ///< asked for before that
 };
 
 } // namespace dugwise

@@ -5,11 +5,12 @@
 #include "Platform/MappedText.h"
 #include "Services/IndexedFileJson.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QSaveFile>
+#include <QFile>
 
 #include <rapidjson/reader.h>
+#include <unistd.h>
+
+#include <cstdio>
 using namespace Qt::StringLiterals;
 
 namespace dugwise::IndexFile {
@@ -45,7 +46,7 @@ private:
 };
 
 /// Writes what the buffer holds and empties it.
-bool flush(rapidjson::StringBuffer &buffer, QSaveFile &file)
+bool flush(rapidjson::StringBuffer &buffer, QFile &file)
 {
     const auto length = static_cast<qint64>(buffer.GetSize());
     const bool isWritten = file.write(buffer.GetString(), length) == length;
@@ -53,14 +54,17 @@ bool flush(rapidjson::StringBuffer &buffer, QSaveFile &file)
     return isWritten;
 }
 
-/// What earlier saves left behind when they were killed.
-void removeLeftovers(const QString &path)
+bool writeAll(const QList<IndexedFile> &files, QFile &file)
 {
-    const QFileInfo info(path);
-    QDir folder = info.dir();
-    const QStringList leftovers = folder.entryList({info.fileName() + ".??????"_L1}, QDir::Files);
-    for (const QString &name : leftovers)
-        folder.remove(name);
+    rapidjson::StringBuffer buffer;
+    JsonWriter writer(buffer);
+    bool isGood = writer.StartArray();
+    for (const IndexedFile &record : files) {
+        isGood = isGood && writeJson(record, writer);
+        if (buffer.GetSize() >= kPiece)
+            isGood = isGood && flush(buffer, file);
+    }
+    return isGood && writer.EndArray() && flush(buffer, file);
 }
 
 } // namespace
@@ -82,24 +86,23 @@ std::optional<QList<IndexedFile>> load(const QString &path)
 
 Outcome<Success> save(const QString &path, const QList<IndexedFile> &files)
 {
-    removeLeftovers(path);
-    QSaveFile file(path);
-    if (!file.open(QFile::WriteOnly | QFile::Unbuffered))
+    // Always the same name, so that saves that are killed leave no more than one file behind, which
+    // the next one takes up. Whoever saves holds the index's lock.
+    QFile file(path + ".new"_L1);
+    constexpr auto kPrivate = QFile::ReadOwner | QFile::WriteOwner;
+    if (!file.open(QFile::WriteOnly | QFile::Truncate | QFile::Unbuffered, kPrivate)
+        || !file.setPermissions(kPrivate))
         return Failure{file.errorString()};
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-
-    rapidjson::StringBuffer buffer;
-    JsonWriter writer(buffer);
-    bool isGood = writer.StartArray();
-    for (const IndexedFile &record : files) {
-        isGood = isGood && writeJson(record, writer);
-        if (buffer.GetSize() >= kPiece)
-            isGood = isGood && flush(buffer, file);
-    }
-    isGood = isGood && writer.EndArray() && flush(buffer, file);
-    if (!isGood || !file.commit())
-        return Failure{file.errorString()};
-    return Success{};
+    // On the disk before it takes the old file's place: a power cut must not leave half of it.
+    const bool isReplaced = writeAll(files, file) && ::fdatasync(file.handle()) == 0
+                            && ::rename(QFile::encodeName(file.fileName()).constData(),
+                                        QFile::encodeName(path).constData())
+                                   == 0;
+    if (isReplaced)
+        return Success{};
+    const QString error = file.error() == QFile::NoError ? qt_error_string() : file.errorString();
+    file.remove();
+    return Failure{error};
 }
 
 } // namespace dugwise::IndexFile

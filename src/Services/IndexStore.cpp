@@ -6,6 +6,7 @@
 #include "Platform/StandardFolders.h"
 #include "Services/IndexFile.h"
 
+#include <QDeadlineTimer>
 #include <QTimer>
 #include <QtConcurrentRun>
 
@@ -32,12 +33,11 @@ QFuture<void> after(std::chrono::milliseconds time)
 } // namespace
 
 IndexStore::IndexStore(const QString &folder, const QString &fileName, QThreadPool &workers)
-    : m_state(std::make_shared<State>(State{.path = folder + u'/' + fileName,
+    : m_state(std::make_shared<State>(State{.folder = folder,
+                                            .path = folder + u'/' + fileName,
                                             .lockPath = folder + u'/' + fileName + ".lock"_L1,
                                             .workers = &workers}))
-{
-    makePrivateFolder(folder);
-}
+{}
 
 std::optional<IndexStore::Version> IndexStore::versionOnDisk(const QString &path)
 {
@@ -52,9 +52,10 @@ QCoro::Task<std::optional<QList<IndexedFile>>> IndexStore::load()
     return load(m_state);
 }
 
-QCoro::Task<std::shared_ptr<IndexStore::Turn>> IndexStore::enter()
+QCoro::Task<std::shared_ptr<IndexStore::Turn>>
+IndexStore::enter(std::optional<std::chrono::milliseconds> limit)
 {
-    return enter(m_state);
+    return enter(m_state, limit);
 }
 
 QCoro::Task<Outcome<Success>> IndexStore::save(QList<IndexedFile> files)
@@ -73,12 +74,16 @@ QCoro::Task<std::optional<QList<IndexedFile>>> IndexStore::load(std::shared_ptr<
     co_return files;
 }
 
-QCoro::Task<std::shared_ptr<IndexStore::Turn>> IndexStore::enter(std::shared_ptr<State> state)
+QCoro::Task<std::shared_ptr<IndexStore::Turn>>
+IndexStore::enter(std::shared_ptr<State> state, std::optional<std::chrono::milliseconds> limit)
 {
     const auto turn = std::make_shared<Turn>();
     turn->pass = co_await state->turnstile.enter();
+    makePrivateFolder(state->folder);
     turn->lock = FileLock(state->lockPath);
-    while (turn->lock.state() == FileLock::State::heldByAnother) {
+    const QDeadlineTimer deadline =
+        limit ? QDeadlineTimer(*limit) : QDeadlineTimer(QDeadlineTimer::Forever);
+    while (turn->lock.state() == FileLock::State::heldByAnother && !deadline.hasExpired()) {
         const QFuture<void> pause = after(kLockRetryInterval);
         co_await pause;
         turn->lock = FileLock(state->lockPath);

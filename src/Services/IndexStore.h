@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <QThreadPool>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -37,7 +38,10 @@ public:
 
     [[nodiscard]] QCoro::Task<std::optional<QList<IndexedFile>>> load();
     // Shared, since it cannot be copied and passes through several coroutines.
-    [[nodiscard]] QCoro::Task<std::shared_ptr<Turn>> enter();
+    /// With a limit, gives up waiting for other processes after that time: then the turn's lock is
+    /// not held, and nothing may be saved.
+    [[nodiscard]] QCoro::Task<std::shared_ptr<Turn>>
+    enter(std::optional<std::chrono::milliseconds> limit = std::nullopt);
     [[nodiscard]] QCoro::Task<Outcome<Success>> save(QList<IndexedFile> files);
 
 private:
@@ -52,6 +56,7 @@ private:
     };
     struct State
     {
+        QString folder;
         QString path;
         QString lockPath;
         QPointer<QThreadPool> workers; ///< gone with the store
@@ -61,7 +66,8 @@ private:
 
     static std::optional<Version> versionOnDisk(const QString &path);
     static QCoro::Task<std::optional<QList<IndexedFile>>> load(std::shared_ptr<State> state);
-    static QCoro::Task<std::shared_ptr<Turn>> enter(std::shared_ptr<State> state);
+    static QCoro::Task<std::shared_ptr<Turn>> enter(std::shared_ptr<State> state,
+                                                    std::optional<std::chrono::milliseconds> limit);
     static QCoro::Task<Outcome<Success>> save(std::shared_ptr<State> state,
                                               QList<IndexedFile> files);
 

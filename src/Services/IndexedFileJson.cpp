@@ -26,6 +26,9 @@ constexpr std::string_view kLastUsedDate = "lastUsedDate";
 constexpr std::string_view kDownloadDate = "downloadDate";
 constexpr std::string_view kDownloadSource = "downloadSource";
 
+/// How deep what is passed over may be nested; the JSON reader works by recursion.
+constexpr int kDeepest = 64;
+
 /// Length of a UUID in its textual form.
 constexpr std::size_t kUuidLength = 36;
 
@@ -162,7 +165,8 @@ QString IndexedFileReader::shared(QString &last, std::string_view text) const
 
 bool IndexedFileReader::StartObject()
 {
-    ++m_depth;
+    if (++m_depth > kDeepest)
+        return false;
     if (m_depth == 2) {
         m_fields = {};
         m_seen.reset();
@@ -176,7 +180,7 @@ bool IndexedFileReader::Key(const char *text, unsigned length, bool /*isCopied*/
 {
     if (m_depth == 2)
         m_field = fieldNamed({text, length});
-    return true;
+    return isUtf8({text, length});
 }
 
 bool IndexedFileReader::EndObject(unsigned /*memberCount*/)
@@ -194,7 +198,8 @@ bool IndexedFileReader::EndObject(unsigned /*memberCount*/)
 
 bool IndexedFileReader::StartArray()
 {
-    ++m_depth;
+    if (++m_depth > kDeepest)
+        return false;
     return m_depth == 1 || (m_depth > 2 && (m_depth > 3 || m_field == unknown));
 }
 

@@ -12,12 +12,11 @@ namespace {
 
 /// Bytes of a string that are looked for at first. English words end alike more often than they
 /// begin alike, and the matcher sorts candidates out by their ends: five bytes were fastest.
-constexpr std::size_t kLongestCompiled = 5;
-
-std::string_view compiledPart(std::string_view literal)
-{
-    return literal.substr(0, kLongestCompiled);
-}
+constexpr std::size_t kShortBeginning = 5;
+/// The same for strings that begin like many others, which have to be told apart at once.
+constexpr std::size_t kLongBeginning = 200;
+/// Strings that may begin alike before they count as many.
+constexpr std::size_t kMostAlike = 16;
 
 } // namespace
 
@@ -77,12 +76,30 @@ std::vector<LiteralMatcher::Stem> LiteralMatcher::findStems() const
     }
     // What begins with a string comes right behind it.
     std::ranges::sort(sorted, {}, &Numbered::literal);
+    std::vector<Stem> stems = group(sorted, kShortBeginning);
+    std::vector<Stem> result;
+    for (Stem &stem : stems) {
+        if (stem.longer.size() < kMostAlike) {
+            result.push_back(std::move(stem));
+            continue;
+        }
+        result.push_back({stem.stem, stem.stem.literal.substr(0, kLongBeginning)});
+        const std::vector<Stem> apart = group(stem.longer, kLongBeginning);
+        result.insert(result.end(), apart.begin(), apart.end());
+    }
+    return result;
+}
+
+/// Groups sorted strings by their first `beginning` bytes.
+std::vector<LiteralMatcher::Stem> LiteralMatcher::group(const std::vector<Numbered> &sorted,
+                                                        std::size_t beginning)
+{
     std::vector<Stem> stems;
     for (const Numbered &string : sorted) {
-        if (!stems.empty() && string.literal.starts_with(compiledPart(stems.back().stem.literal)))
+        if (!stems.empty() && string.literal.starts_with(stems.back().compiled))
             stems.back().longer.push_back(string);
         else
-            stems.push_back({string});
+            stems.push_back({string, string.literal.substr(0, beginning)});
     }
     return stems;
 }
@@ -93,7 +110,7 @@ bool LiteralMatcher::compile()
     std::vector<std::size_t> lengths;
     std::vector<unsigned> numbers;
     for (const Stem &stem : m_stems) {
-        const std::string_view part = compiledPart(stem.stem.literal);
+        const std::string_view part = stem.compiled;
         texts.push_back(part.data());
         lengths.push_back(part.size());
         numbers.push_back(static_cast<unsigned>(numbers.size()));
@@ -128,7 +145,7 @@ int LiteralMatcher::foundStem(unsigned stem,
 {
     const auto *scan = static_cast<const Scan *>(context);
     const Stem &seen = scan->stems[stem];
-    scan->see(seen, static_cast<std::size_t>(to) - compiledPart(seen.stem.literal).size());
+    scan->see(seen, static_cast<std::size_t>(to) - seen.compiled.size());
     return 0;
 }
 
@@ -147,7 +164,7 @@ void LiteralMatcher::scan(std::string_view text, FoundLiterals &found) const
         return;
     }
     for (const Stem &stem : m_stems) {
-        const std::string_view part = compiledPart(stem.stem.literal);
+        const std::string_view part = stem.compiled;
         for (std::size_t at = text.find(part); at != std::string_view::npos;
              at = text.find(part, at + 1))
             scan.see(stem, at);

@@ -70,6 +70,7 @@ private:
     struct Stem
     {
         Numbered stem;
+        std::string_view compiled; ///< its beginning, as far as it is looked for
         std::vector<Numbered> longer{};
     };
     struct Scan;
@@ -83,6 +84,8 @@ private:
     };
 
     [[nodiscard]] std::vector<Stem> findStems() const;
+    [[nodiscard]] static std::vector<Stem> group(const std::vector<Numbered> &sorted,
+                                                 std::size_t beginning);
     [[nodiscard]] bool compile();
     static int foundStem(
         unsigned stem, unsigned long long from, unsigned long long to, unsigned flags, void *scan);

@@ -6,6 +6,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 namespace dugwise {
 
@@ -33,6 +34,7 @@ std::optional<FileAttributes> fileAttributes(const QString &path)
         .isRegularFile = S_ISREG(facts.stx_mode),
         .isFolder = S_ISDIR(facts.stx_mode),
         .size = static_cast<qint64>(facts.stx_size),
+        .device = makedev(facts.stx_dev_major, facts.stx_dev_minor),
         .inode = facts.stx_ino,
         .createdDate = std::nullopt,
         .modifiedDate = toInstant(facts.stx_mtime),

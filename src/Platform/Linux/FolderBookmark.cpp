@@ -28,7 +28,7 @@ constexpr auto kInodeKey = "inode"_L1; // as text: JSON numbers lose the last bi
 constexpr auto kBirthKey = "birth"_L1;
 
 /// Folders that one search for a moved folder looks into.
-constexpr int kMostFoldersSearched = 20'000;
+constexpr int kMostFoldersSearched = 5'000;
 
 struct Identity
 {
@@ -48,14 +48,25 @@ struct FolderCloser
     void operator()(DIR *folder) const { ::closedir(folder); }
 };
 
-/// Looks below `start`, nearest folders first; hidden folders (the trash is one) are passed over.
+/// The file system that holds `folder`; absent when there is no such folder.
+std::optional<quint64> deviceOf(const QString &folder)
+{
+    const auto attributes = fileAttributes(folder);
+    return attributes && attributes->isFolder ? std::optional(attributes->device) : std::nullopt;
+}
+
+/// Looks below `start` on its own file system, nearest folders first; hidden folders (the trash is
+/// one) are passed over.
 QString findBelow(const QString &start, const Identity &identity, int &budget)
 {
+    const std::optional<quint64> device = deviceOf(start);
     std::deque<QString> waiting{start};
     while (!waiting.empty() && budget > 0) {
         const QString current = waiting.front();
         waiting.pop_front();
         --budget;
+        if (deviceOf(current) != device)
+            continue;
         const std::unique_ptr<DIR, FolderCloser> folder(
             ::opendir(QFile::encodeName(current).constData()));
         if (!folder)
@@ -64,8 +75,9 @@ QString findBelow(const QString &start, const Identity &identity, int &budget)
         while (const dirent *entry = ::readdir(folder.get())) {
             if (entry->d_type != DT_DIR || entry->d_name[0] == '.')
                 continue;
-            QString path = QDir(current).filePath(QFile::decodeName(entry->d_name));
-            if (entry->d_ino == identity.inode && isFolder(path, identity))
+            QString path = current + u'/' + QFile::decodeName(entry->d_name);
+            if (entry->d_ino == identity.inode && deviceOf(path) == device
+                && isFolder(path, identity))
                 return path;
             waiting.push_back(path);
         }
@@ -73,12 +85,16 @@ QString findBelow(const QString &start, const Identity &identity, int &budget)
     return {};
 }
 
-/// Looks around the old place in ever wider circles, up to the home folder or the root.
+/// Looks around the old place in ever wider circles, up to the home folder or to where the file
+/// system is mounted.
 QString findMoved(const QString &oldPath, const Identity &identity)
 {
     int budget = kMostFoldersSearched;
     QString around = QFileInfo(oldPath).path();
-    while (budget > 0) {
+    while (!deviceOf(around))
+        around = QFileInfo(around).path();
+    const std::optional<quint64> device = deviceOf(around);
+    while (budget > 0 && deviceOf(around) == device) {
         QString found = findBelow(around, identity, budget);
         if (!found.isEmpty() || around == QDir::homePath() || around == "/"_L1)
             return found;
@@ -113,7 +129,8 @@ Outcome<QString> resolve(const QByteArray &bookmark)
     const QFileInfo atOldPath(path);
     if (isFolder(atOldPath.canonicalFilePath(), identity))
         return path;
-    QString moved = findMoved(path, identity);
+    // Inode numbers are used again: without its birth a folder cannot be told from a later one.
+    QString moved = identity.birth ? findMoved(path, identity) : QString();
     if (!moved.isEmpty())
         return moved;
     if (atOldPath.isDir())

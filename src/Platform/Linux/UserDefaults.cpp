@@ -26,8 +26,11 @@ bool holdsOnly(const QVariantList &values)
 
 UserDefaults::UserDefaults(const QString &filePath)
     : m_settings(filePath, QSettings::IniFormat)
-    , m_isDamaged(m_settings.status() == QSettings::FormatError)
-{}
+{
+    // Sections are read when they are first asked for, and only then is the status right.
+    [[maybe_unused]] const QStringList keys = m_settings.allKeys();
+    m_isDamaged = m_settings.status() == QSettings::FormatError;
+}
 
 std::optional<QStringList> UserDefaults::stringList(const QString &key) const
 {

@@ -130,10 +130,7 @@ private Q_SLOTS:
 
     void walksADeepTreeWithFewOpenFiles()
     {
-        constexpr int kDepth = 300;
-        QString below;
-        for (int i = 0; i < kDepth; ++i)
-            below += u"d/"_s;
+        const QString below = u"d/"_s.repeated(300);
         for (QString at = below; !at.isEmpty(); at.chop(2))
             writeFile(path(at + u"f.txt"_s), "x");
         rlimit before{};
@@ -142,17 +139,16 @@ private Q_SLOTS:
         QCOMPARE(::setrlimit(RLIMIT_NOFILE, &few), 0);
         const QStringList files = listed();
         QCOMPARE(::setrlimit(RLIMIT_NOFILE, &before), 0);
-        QCOMPARE(files.size(), kDepth);
+        QCOMPARE(files.size(), 300);
         QCOMPARE(files.first(), below + u"f.txt"_s);
     }
 
     void listsManyFiles()
     {
-        constexpr int kFiles = 3000;
-        for (int i = 0; i < kFiles; ++i)
-            QVERIFY(::mknod(bytes(QString::number(i)), S_IFREG | 0600, 0) == 0);
+        for (int i = 0; i < 3000; ++i)
+            QCOMPARE(::mknod(raw(QByteArray::number(i)), S_IFREG | 0600, 0), 0);
         const QStringList files = listed();
-        QCOMPARE(files.size(), kFiles);
+        QCOMPARE(files.size(), 3000);
         QVERIFY(std::ranges::is_sorted(files));
         std::stop_source stop;
         stop.request_stop();

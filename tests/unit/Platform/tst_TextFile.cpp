@@ -18,11 +18,7 @@ namespace {
 constexpr std::size_t kCharacters = 5000;
 constexpr qsizetype kPiece = 256 * 1024;
 constexpr qsizetype kMebibyte = 1024 * 1024;
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr qsizetype kHuge = 1024 * kMebibyte + 5;
-#else
-constexpr qsizetype kHuge = 4096 * kMebibyte + 5;
-#endif
 
 /// Bytes that are no UTF-8 wherever they stand, even followed by more.
 const QByteArrayList kInvalid =

@@ -35,7 +35,6 @@ private Q_SLOTS:
         m_platform->folders.desktop.clear(); // switched off
         FileIndexer indexer(*m_platform);
         QSignalSpy walking(&indexer, &FileIndexer::isIndexingChanged);
-        QVERIFY(indexer.isBusy());
         QVERIFY(settle(indexer));
         QVERIFY(indexer.indexedFolderURLs().isEmpty() && indexer.indexedFiles().isEmpty());
         QCOMPARE(walking.count(), 0);
@@ -50,6 +49,10 @@ private Q_SLOTS:
         writeFile(path(u"Documents/latin.md"_s), "caf\xe9");
         writeFile(path(u"Documents/.hidden.txt"_s), "h");
         writeFile(path(u"Downloads/x.bin"_s), "X");
+        auto index = std::make_unique<FakeMetadataIndex>();
+        index->items.insert(path(u"Downloads/x.bin"_s),
+                            {Instant{1}, {Instant{2}, Instant{3}}, {u"one"_s, u"two"_s}, {}});
+        m_platform->metadataIndex = std::move(index);
         QVERIFY(launch());
         const QStringList paths{path(u"Documents"_s), path(u"Downloads"_s), path(u"Desktop"_s)};
         QCOMPARE(folders(), paths);
@@ -67,7 +70,11 @@ private Q_SLOTS:
         QCOMPARE(report->size, 12'000);
         QCOMPARE(report->modifiedDate.seconds, fileAttributes(report->path)->modifiedDate.seconds);
         QCOMPARE(report->extractedText->text(), QByteArray(5000, 'r'));
+        QVERIFY(!report->lastUsedDate && !report->downloadDate && !report->downloadSource);
         QVERIFY(!files()[1]->extractedText && !files()[2]->extractedText);
+        QCOMPARE(files()[2]->lastUsedDate, Instant{1});
+        QCOMPARE(files()[2]->downloadDate, Instant{2});
+        QCOMPARE(files()[2]->downloadSource, u"one"_s);
     }
 
     void restoresWithoutWalking()
@@ -101,20 +108,15 @@ private Q_SLOTS:
         QCOMPARE(names(), u"a.txt"_s);
     }
 
-    void findsARenamedFolderAgain()
+    void resolvesBookmarks()
     {
+        m_platform->userDefaults.setByteArrayList(FileIndexer::kBookmarksKey, {"garbage"});
         writeFile(path(u"Projects/a.txt"_s), "A");
         QVERIFY(launch() && add({u"Projects"_s}));
         QVERIFY(QFile::rename(path(u"Projects"_s), path(u"Work"_s)));
         QVERIFY(launch());
         QCOMPARE(folders(), QStringList{path(u"Work"_s)});
-    }
-
-    void keepsBookmarksThatCannotBeResolved()
-    {
-        m_platform->userDefaults.setByteArrayList(FileIndexer::kBookmarksKey, {"garbage"});
-        writeFile(path(u"Projects/a.txt"_s), "A");
-        QVERIFY(launch() && add({u"Projects"_s}) && launch() && remove(u"Projects"_s));
+        QVERIFY(remove(u"Work"_s));
         QCOMPARE(savedBookmarks(), QByteArrayList{"garbage"});
         QCOMPARE(m_home->log.size(), 2);
         for (const QString &line : std::as_const(m_home->log))
@@ -202,8 +204,9 @@ private Q_SLOTS:
         QCOMPARE(names(), expected.join(u' '));
     }
 
-    void walksAnEmptyFolder()
+    void endsEveryWalk()
     {
+        // One of an empty folder, then one of a folder that is not there any more.
         QVERIFY(QDir().mkdir(path(u"Documents"_s)));
         m_indexer = std::make_unique<FileIndexer>(*m_platform);
         QSignalSpy walking(m_indexer.get(), &FileIndexer::isIndexingChanged);
@@ -211,23 +214,20 @@ private Q_SLOTS:
         QCOMPARE(walking.count(), 2);
         QCOMPARE(m_indexer->indexingProgress(), 0.0);
         QVERIFY(isSaved());
-    }
-
-    void endsTheWalkOfAFolderThatIsGone()
-    {
         writeFile(path(u"Projects/a.txt"_s), "A");
-        QVERIFY(launch() && add({u"Projects"_s, u"Nowhere"_s}));
-        QCOMPARE(folders().size(), 2);
+        QVERIFY(add({u"Projects"_s, u"Nowhere"_s}));
+        QCOMPARE(folders().size(), 3);
         QCOMPARE(m_home->log.size(), 1);
         QVERIFY(m_home->log.first().startsWith(u"Failed to save bookmark: "_s));
         QVERIFY(QDir(path(u"Projects"_s)).removeRecursively());
-        QSignalSpy walking(m_indexer.get(), &FileIndexer::isIndexingChanged);
+        walking.clear();
         m_indexer->indexFolder(url(u"Projects"_s));
         QVERIFY(settle(*m_indexer));
         QCOMPARE(walking.count(), 2);
+        QVERIFY(!m_indexer->isIndexing());
         QCOMPARE(names(), u"a.txt"_s);
         QVERIFY(launch());
-        QVERIFY(folders().isEmpty());
+        QCOMPARE(folders(), QStringList{path(u"Documents"_s)});
     }
 
     void removesAFolderDuringItsWalk()
@@ -242,36 +242,27 @@ private Q_SLOTS:
         QVERIFY(savedPaths().isEmpty() && savedBookmarks().isEmpty());
     }
 
-    void removesFoldersAtOnce()
+    void addsAndRemovesAtOnce()
     {
-        QVERIFY(launch());
-        for (int i = 0; i < 20; ++i) {
-            const QString name = u"Projects %1"_s.arg(i);
-            writeFile(path(name + u"/a.txt"_s), "A");
-            m_indexer->addFolderURL(url(name));
-            m_indexer->removeFolder(url(name));
-        }
-        QVERIFY(settle(*m_indexer));
-        QVERIFY(folders().isEmpty() && files().isEmpty() && savedPaths().isEmpty());
-        QCOMPARE(resolvedBookmarks(), QStringList());
-    }
-
-    void removesOneFolderWhileAddingAnother()
-    {
-        // A bookmark that is long looked for keeps the removal busy.
+        // A bookmark that is long looked for keeps the removals busy.
         for (int i = 0; i < 1000; ++i)
             QVERIFY(QDir().mkpath(path(u"Many/%1"_s.arg(i))));
         QVERIFY(QDir().mkdir(path(u"Gone"_s)));
         const QByteArray lost = *FolderBookmark::create(path(u"Gone"_s));
         QVERIFY(QDir().rmdir(path(u"Gone"_s)));
         m_platform->userDefaults.setByteArrayList(FileIndexer::kBookmarksKey, {lost});
-        writeFile(path(u"A/a.txt"_s), "A");
-        writeFile(path(u"B/b.txt"_s), "B");
+        for (const QString &name : {u"A"_s, u"B"_s, u"C"_s})
+            writeFile(path(name + u"/file.txt"_s), "x");
         QVERIFY(launch() && add({u"A"_s}));
         m_indexer->removeFolder(url(u"A"_s));
-        QVERIFY(add({u"B"_s}));
-        QCOMPARE(names(), u"b.txt"_s);
-        QCOMPARE(resolvedBookmarks(), (QStringList{QString(), path(u"B"_s)}));
+        m_indexer->addFolderURL(url(u"B"_s));
+        m_indexer->addFolderURL(url(u"C"_s));
+        QVERIFY(remove(u"C"_s));
+        QCOMPARE(folders(), QStringList{path(u"B"_s)});
+        QCOMPARE(savedPaths(), folders());
+        QCOMPARE(names(), u"file.txt"_s);
+        QVERIFY(isSaved());
+        QCOMPARE(resolvedBookmarks().join(u' '), u' ' + path(u"B"_s));
     }
 
     void addsAFolderWhileStartingUp_data()
@@ -380,23 +371,6 @@ private Q_SLOTS:
             QCOMPARE(files().first()->extractedText->text(), *text);
     }
 
-    void takesMetadata()
-    {
-        auto index = std::make_unique<FakeMetadataIndex>();
-        index->items.insert(path(u"Documents/a.txt"_s),
-                            {Instant{1}, {Instant{2}, Instant{3}}, {u"one"_s, u"two"_s}, {}});
-        m_platform->metadataIndex = std::move(index);
-        writeFile(path(u"Documents/a.txt"_s), "A");
-        writeFile(path(u"Documents/b.txt"_s), "B");
-        QVERIFY(launch());
-        const IndexedFile known = files().first();
-        QCOMPARE(known->lastUsedDate, Instant{1});
-        QCOMPARE(known->downloadDate, Instant{2});
-        QCOMPARE(known->downloadSource, u"one"_s);
-        const IndexedFile unknown = files().last();
-        QVERIFY(!unknown->lastUsedDate && !unknown->downloadDate && !unknown->downloadSource);
-    }
-
     void letsThePersonPickAFolder()
     {
         writeFile(path(u"Projects/a.txt"_s), "A");
@@ -434,8 +408,9 @@ private Q_SLOTS:
         QVERIFY(launch());
         m_indexer->reindexAll();
         QVERIFY(settle(*m_indexer));
-        QCOMPARE(folders().size(), 2);
-        QCOMPARE(files().size(), 800);
+        // What is asked for before the folders are restored goes with it.
+        QCOMPARE(folders().size(), changes == 0 ? 1 : 2);
+        QCOMPARE(files().size(), changes == 0 ? 700 : 800);
         QVERIFY(isSaved());
     }
 

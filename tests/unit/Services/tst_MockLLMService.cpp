@@ -8,23 +8,18 @@
 using namespace Qt::StringLiterals;
 using namespace dugwise;
 using namespace dugwise::test;
-using Reason = SearchResult::MatchReason;
+using Reasons = QList<SearchResult::MatchReason>;
+using Sources = QList<CrossAppSource>;
 
 namespace {
 
-SearchResult result(const QList<Reason> &reasons)
+QList<SearchResult> results(const QList<Reasons> &reasons)
 {
-    return {QUuid::createUuid(), indexedFile({.path = u"/a.txt"_s}), 1, reasons, QString()};
+    QList<SearchResult> list;
+    for (const Reasons &ofOne : reasons)
+        list.append({QUuid::createUuid(), indexedFile({.path = u"/a.txt"_s}), 1, ofOne, {}});
+    return list;
 }
-
-CrossAppResult found(CrossAppSource source)
-{
-    CrossAppResult hit;
-    hit.source = source;
-    return hit;
-}
-
-const QString kOpen = u". Say \"open #1\" to open a file or \"tell me about #2\" for a summary."_s;
 
 } // namespace
 
@@ -35,69 +30,71 @@ class TstMockLLMService : public QObject
 private Q_SLOTS:
     void answers_data()
     {
-        QTest::addColumn<QList<SearchResult>>("files");
-        QTest::addColumn<QList<CrossAppResult>>("hits");
+        QTest::addColumn<QList<Reasons>>("reasons");
+        QTest::addColumn<Sources>("sources");
         QTest::addColumn<QString>("answer");
-        const SearchResult bare = result({});
-        const SearchResult named = result({Reason::content, Reason::filename});
-        const SearchResult recent = result({Reason::recency});
-        const CrossAppResult email = found(CrossAppSource::email);
-        const CrossAppResult message = found(CrossAppSource::message);
-        const CrossAppResult event = found(CrossAppSource::calendar);
-        using Files = QList<SearchResult>;
-        using Hits = QList<CrossAppResult>;
-
-        QTest::newRow("nothing")
-            << Files() << Hits()
-            << u"I searched your Mac but couldn't find a match for that. Try describing the file a "
-               "different way \u2014 like when you last opened it, what type it was, or what was "
-               "in "
-               "it."_s;
-        QTest::newRow("one file")
-            << Files{named} << Hits()
-            << u"I found 1 file matching your search, ranked by content match, filename match"_s
-                   + kOpen;
-        QTest::newRow("a label of two files")
-            << Files{recent, recent} << Hits()
-            << u"I found 2 files matching your search, ranked by recently modified"_s + kOpen;
-        QTest::newRow("labels of several files")
-            << Files{recent, named, result({Reason::calendarAnchor, Reason::fileType})} << Hits()
-            << u"I found 3 files matching your search, ranked by calendar context, content match, "
-               "file type match, filename match, recently modified"_s
-                   + kOpen;
-        QTest::newRow("no reasons")
-            << Files(16, bare) << Hits()
-            << u"I found 16 files matching your search, ranked by "_s + kOpen;
-        QTest::newRow("two emails")
-            << Files() << Hits{email, email} << u"I also found 2 emails related to your search."_s;
-        QTest::newRow("all sources, in their own order")
-            << Files() << Hits{event, event, message, email}
-            << u"I also found 1 email and 1 message and 2 calendars related to your search."_s;
-        QTest::newRow("both")
-            << Files{recent} << Hits{message, email}
-            << u"I found 1 file matching your search, ranked by recently modified"_s + kOpen
-                   + u" I also found 1 email and 1 message related to your search."_s;
+        const auto row = [](const char *name,
+                            const QList<Reasons> &reasons,
+                            const Sources &sources,
+                            const QString &answer) {
+            const QString more =
+                u". Say \"open #1\" to open a file or \"tell me about #2\" for a summary."_s;
+            QTest::newRow(name) << reasons << sources << QString(answer).replace(u'|', more);
+        };
+        using enum SearchResult::MatchReason;
+        using enum CrossAppSource;
+        const Reasons named{content, filename};
+        const Reasons recent{recency};
+        const QString begin = u"I found "_s;
+        const QString middle = u" matching your search, ranked by "_s;
+        row("nothing",
+            {},
+            {},
+            u"I searched your Mac but couldn't find a match for that. Try describing the file a "
+            "different way \u2014 like when you last opened it, what type it was, or what was in "
+            "it."_s);
+        row("one", {named}, {}, begin + u"1 file"_s + middle + u"content match, filename match|"_s);
+        row("same reason",
+            {recent, recent},
+            {},
+            begin + u"2 files"_s + middle + u"recently modified|"_s);
+        row("more reasons",
+            {recent, named, {calendarAnchor, fileType}},
+            {},
+            begin + u"3 files"_s + middle
+                + u"calendar context, content match, file type match, filename match, recently "
+                  "modified|"_s);
+        row("no reasons", QList<Reasons>(16), {}, begin + u"16 files"_s + middle + u'|');
+        row("emails", {}, {email, email}, u"I also found 2 emails related to your search."_s);
+        row("all sources, in their own order",
+            {},
+            {calendar, calendar, message, email},
+            u"I also found 1 email and 1 message and 2 calendars related to your search."_s);
+        row("both",
+            {recent},
+            {message, email},
+            begin + u"1 file"_s + middle
+                + u"recently modified| I also found 1 email and 1 message related to your search."_s);
     }
     void answers()
     {
-        QFETCH(QList<SearchResult>, files);
-        QFETCH(QList<CrossAppResult>, hits);
-        const auto answer = QCoro::waitFor(m_service.generateResponse(u"%1 %2"_s, files, hits));
-        QTEST(answer, "answer");
+        QFETCH(QList<Reasons>, reasons);
+        QFETCH(Sources, sources);
+        QList<CrossAppResult> hits(sources.size());
+        for (qsizetype i = 0; i < sources.size(); ++i)
+            hits[i].source = sources[i];
+        const auto answer = m_service.generateResponse(u"%1 %2"_s, results(reasons), hits);
+        QTEST(QCoro::waitFor(answer), "answer");
     }
 
-    void understandsNothing()
+    void understandsNothingAndKeepsEveryOrder()
     {
         QVERIFY(!QCoro::waitFor(m_service.parseQuery(u"budget"_s)));
         QVERIFY(!QCoro::waitFor(m_service.generateInsights(u"text"_s, u"a.txt"_s)));
         QVERIFY(!m_service.isAvailable());
         QCOMPARE(m_service.statusLabel(), u"Keyword Search"_s);
-    }
-
-    void keepsEveryOrder()
-    {
-        for (const auto &files : {QList<SearchResult>(), {result({}), result({Reason::folder})}})
-            QCOMPARE(QCoro::waitFor(m_service.rerankResults(u"x"_s, files)), files);
+        for (const auto &list : {results({}), results({{}, {}, {}})})
+            QCOMPARE(QCoro::waitFor(m_service.rerankResults(u"x"_s, list)), list);
     }
 
 private:

@@ -62,20 +62,11 @@ private Q_SLOTS:
         writeFile(path, "four");
         const QList<SpotlightSearchHit> hits = search({path.toUtf8() + "\n\n/gone/x\n", ""});
         QCOMPARE(hits.size(), 2);
-        const SpotlightSearchHit present{.name = u"Grün 1.TXT"_s,
-                                         .path = path,
-                                         .modifiedDate = fileAttributes(path)->modifiedDate,
-                                         .size = 4,
-                                         .fileExtension = u"TXT"_s,
-                                         .folderPath = folder.path()};
+        const auto modified = fileAttributes(path)->modifiedDate;
+        const SpotlightSearchHit present{
+            u"Grün 1.TXT"_s, path, modified, 4, u"TXT"_s, folder.path()};
         QCOMPARE(hits[0], present);
-        const SpotlightSearchHit vanished{.name = u"x"_s,
-                                          .path = u"/gone/x"_s,
-                                          .modifiedDate = {},
-                                          .size = 0,
-                                          .fileExtension = {},
-                                          .folderPath = u"/gone"_s};
-        QCOMPARE(hits[1], vanished);
+        QCOMPARE(hits[1], (SpotlightSearchHit{u"x"_s, u"/gone/x"_s, {}, 0, {}, u"/gone"_s}));
         QCOMPARE(m_command.runs,
                  (QList<QStringList>{{u"-name"_s, u"the query"_s}, {u"the query"_s}}));
     }
@@ -85,24 +76,22 @@ private Q_SLOTS:
         QTest::addColumn<QList<std::optional<QByteArray>>>("outputs");
         QTest::addColumn<QByteArray>("expected");
         using Outputs = QList<std::optional<QByteArray>>;
-        QTest::newRow("nothing") << Outputs{"", ""} << QByteArray();
-        QTest::newRow("no line feed at the end") << Outputs{"/x/1", "/x/2"} << lines(1, 2);
-        QTest::newRow("80 of a run") << Outputs{lines(1, 90), ""} << lines(1, 80);
-        QTest::newRow("empty lines do not count")
-            << Outputs{lines(1, 79) + "\n\n" + lines(80, 81), ""} << lines(1, 80);
-        QTest::newRow("80 of the other run") << Outputs{"", lines(1, 90)} << lines(1, 80);
-        QTest::newRow("100 in all")
-            << Outputs{lines(1, 90), lines(101, 190)} << lines(1, 80) + lines(101, 120);
-        QTest::newRow("each path once") << Outputs{"/x/2\n/x/1\n/x/2\n", "/x/3\n/x/1\n/x/3\n"}
-                                        << QByteArray("/x/2\n/x/1\n/x/3\n");
-        QTest::newRow("repeats are dropped before the limit of 100")
-            << Outputs{lines(1, 80), lines(41, 140)} << lines(1, 100);
-        QTest::newRow("repeats are dropped after the limit of 80")
-            << Outputs{lines(1, 40) + lines(1, 60), ""} << lines(1, 40);
-        QTest::newRow("undecodable names") << Outputs{"/x/1\n/x/\xe9\n", "/x/2\n"} << lines(2, 2);
-        QTest::newRow("undecodable content") << Outputs{"/x/1\n", "\xff"} << lines(1, 1);
-        QTest::newRow("not started") << Outputs{std::nullopt, "/x/2"} << lines(2, 2);
-        QTest::newRow("never started") << Outputs{} << QByteArray();
+        const auto row = [](const char *name, const Outputs &outputs, const QByteArray &expected) {
+            QTest::newRow(name) << outputs << expected;
+        };
+        row("nothing", {"", ""}, "");
+        row("no line feed at the end", {"/x/1", "/x/2"}, lines(1, 2));
+        row("80 of a run", {lines(1, 90), ""}, lines(1, 80));
+        row("empty lines", {lines(1, 79) + "\n\n" + lines(80, 81), ""}, lines(1, 80));
+        row("80 of the other run", {"", lines(1, 90)}, lines(1, 80));
+        row("100 in all", {lines(1, 90), lines(101, 190)}, lines(1, 80) + lines(101, 120));
+        row("once", {"/x/2\n/x/1\n/x/2\n", "/x/3\n/x/1\n/x/3\n"}, "/x/2\n/x/1\n/x/3\n");
+        row("repeats before the limit of 100", {lines(1, 80), lines(41, 140)}, lines(1, 100));
+        row("repeats after that of 80", {lines(1, 40) + lines(1, 60), ""}, lines(1, 40));
+        row("undecodable names", {"/x/1\n/x/\xe9\n", "/x/2\n"}, lines(2, 2));
+        row("undecodable content", {"/x/1\n", "\xff"}, lines(1, 1));
+        row("not started", {std::nullopt, "/x/2"}, lines(2, 2));
+        row("never started", {}, "");
     }
     void limitsAndMerges()
     {
