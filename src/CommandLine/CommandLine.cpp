@@ -9,6 +9,7 @@
 #include "Models/AppState.h"
 #include "Platform/Platform.h"
 #include "Services/FileIndexer.h"
+#include "Utilities/Formatters.h"
 #include "Utilities/Text.h"
 
 #include <QEventLoop>
@@ -170,8 +171,8 @@ int CommandLine::addFolder(const QString &folder)
     waitUntilSettled();
     m_fileIndexer.addFolderURL(QUrl::fromLocalFile(folder));
     waitUntilSettled();
-    print(
-        u"%1 is indexed; %2 files in all.\n"_s.arg(folder).arg(m_fileIndexer.totalFilesIndexed()));
+    print(u"%1 is indexed; %2 in all.\n"_s.arg(
+        printable(folder), counted(m_fileIndexer.totalFilesIndexed(), u"file"_s)));
     return kDone;
 }
 
@@ -185,8 +186,8 @@ int CommandLine::removeFolder(const QString &folder)
     }
     m_fileIndexer.removeFolder(url);
     waitUntilSettled();
-    print(u"%1 is no longer indexed; %2 files are left.\n"_s.arg(
-        printable(folder), QString::number(m_fileIndexer.indexedFiles().size())));
+    print(u"%1 is no longer indexed; %2 left.\n"_s.arg(
+        printable(folder), counted(m_fileIndexer.indexedFiles().size(), u"file"_s)));
     return kDone;
 }
 
@@ -195,8 +196,9 @@ int CommandLine::index()
     waitUntilSettled();
     m_fileIndexer.reindexAll();
     waitUntilSettled();
-    print(u"%1 files indexed in %2 folders.\n"_s.arg(m_fileIndexer.totalFilesIndexed())
-              .arg(m_fileIndexer.indexedFolderURLs().size()));
+    print(u"%1 indexed in %2.\n"_s.arg(
+        counted(m_fileIndexer.totalFilesIndexed(), u"file"_s),
+        counted(m_fileIndexer.indexedFolderURLs().size(), u"folder"_s)));
     return kDone;
 }
 

@@ -37,8 +37,7 @@ QString folderLines(const FileIndexer &fileIndexer)
         const auto count = std::ranges::count_if(
             files, [&](const IndexedFile &file) { return file->path.startsWith(path + u'/'); });
         const QString missing = QFileInfo(path).isDir() ? u""_s : u" (not there)"_s;
-        text += u"  %1  %2 %3%4\n"_s.arg(
-            printable(path), QString::number(count), count == 1 ? u"file"_s : u"files"_s, missing);
+        text += u"  %1  %2%3\n"_s.arg(printable(path), counted(count, u"file"_s), missing);
     }
     return text;
 }

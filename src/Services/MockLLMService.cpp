@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/MockLLMService.h"
 
+#include "Utilities/Formatters.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -19,9 +21,8 @@ QString fileSentence(const QList<SearchResult> &results)
     }
     labels.removeDuplicates();
     std::ranges::sort(labels);
-    return u"I found %1 %2 matching your search, ranked by %3. Say \"open #1\" to open a file or "
-           "\"tell me about #2\" for a summary."_s.arg(QString::number(results.size()),
-                                                       results.size() == 1 ? u"file"_s : u"files"_s,
+    return u"I found %1 matching your search, ranked by %2. Say \"open #1\" to open a file or "
+           "\"tell me about #2\" for a summary."_s.arg(counted(results.size(), u"file"_s),
                                                        labels.join(u", "_s));
 }
 
@@ -30,10 +31,8 @@ QString crossAppSentence(const QList<CrossAppResult> &results)
     QStringList phrases;
     for (const CrossAppSource source : kAllCrossAppSources) {
         const auto count = std::ranges::count(results, source, &CrossAppResult::source);
-        if (count > 0) {
-            phrases.append(QString::number(count) + u' ' + rawValue(source).toLower()
-                           + (count == 1 ? u""_s : u"s"_s));
-        }
+        if (count > 0)
+            phrases.append(counted(count, rawValue(source).toLower()));
     }
     return u"I also found %1 related to your search."_s.arg(phrases.join(u" and "_s));
 }

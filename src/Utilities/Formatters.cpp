@@ -11,6 +11,8 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace dugwise {
 
 namespace {
@@ -77,6 +79,11 @@ QString relativeTime(Instant then, Instant now, UnitStyle style)
         formatter.formatNumeric(then > now ? count : -count, amount.unit, text, status);
     }
     return QString::fromUtf16(text.getBuffer(), text.length());
+}
+
+QString counted(qint64 count, const QString &noun)
+{
+    return QString::number(count) + u' ' + noun + (count == 1 ? u""_s : u"s"_s);
 }
 
 QString byteCount(qint64 bytes)

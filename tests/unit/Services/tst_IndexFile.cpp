@@ -171,6 +171,7 @@ private Q_SLOTS:
             "[]x|\xff|[]\xff|[tru]|\xef\xbb");
         for (const QByteArray &content : contents.split('|'))
             QTest::addRow("content %s", content.toHex().constData()) << content;
+        QTest::newRow("a million deep") << "[{\"x\":" + QByteArray(1'000'000, '[');
         const QByteArray texts("caf\xe9|\xe2\x82|a\nb|\\x|\\u12|\\ud83d|\\ud83d\\ud83d|\\ude00");
         for (const QByteArray &text : texts.split('|')) {
             QByteArray content = good;
