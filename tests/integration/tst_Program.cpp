@@ -112,7 +112,7 @@ private Q_SLOTS:
     void init()
     {
         m_home = std::make_unique<QTemporaryDir>();
-        writeFile(path(u"Documents/work/budget 2026.md"_s), "What we spend on paint and nails");
+        writeFile(path(u"Documents/money/budget 2026.md"_s), "What we spend on paint and nails");
         writeFile(path(u"Downloads/lease.txt"_s), "This agreement binds landlord and tenant");
         writeFile(path(u"Desktop/photo.png"_s), "not really");
     }
@@ -129,7 +129,7 @@ private Q_SLOTS:
         const Outcome readable = run({u"ask"_s, u"the budget from today"_s});
         QVERIFY2(readable.out.contains("#1 budget 2026.md  Markdown, 32 bytes"),
                  readable.out.constData());
-        QVERIFY(readable.out.contains("~/Documents/work"));
+        QVERIFY(readable.out.contains("~/Documents/money"));
     }
 
     void theDesktopNamesTheFolders()
