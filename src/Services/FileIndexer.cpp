@@ -108,18 +108,26 @@ QCoro::Task<void> FileIndexer::startUp()
 {
     const QPointer<FileIndexer> self(this);
     const Task task(*this);
-    const StandardFolders &standard = m_platform.folders;
-    const QStringList common{standard.documents, standard.downloads, standard.desktop};
+    co_await restoreFolders();
+    if (!self)
+        co_return;
+    co_await restoreIndex();
+    if (!self)
+        co_return;
+    co_await indexCommonFolders();
+}
+
+QCoro::Task<void> FileIndexer::restoreFolders()
+{
+    const QPointer<FileIndexer> self(this);
     const QByteArrayList bookmarks =
         m_platform.userDefaults.byteArrayList(kBookmarksKey).value_or(QByteArrayList());
     const QStringList paths =
         m_platform.userDefaults.stringList(kFolderPathsKey).value_or(QStringList());
     const QFuture<Resolved> resolving = QtConcurrent::run(&m_workers, resolveAll, bookmarks);
     const QFuture<QStringList> checking = QtConcurrent::run(&m_workers, existingFolders, paths);
-    const QFuture<QStringList> checkingCommon =
-        QtConcurrent::run(&m_workers, existingFolders, common);
-
     const Resolved resolved = co_await resolving;
+    const QStringList existing = co_await checking;
     if (!self)
         co_return;
     for (const Outcome<QString> &folder : resolved) {
@@ -128,21 +136,29 @@ QCoro::Task<void> FileIndexer::startUp()
         else
             m_platform.log(u"Failed to resolve bookmark: "_s + folder.error());
     }
-    const QStringList saved = co_await checking;
-    if (!self)
-        co_return;
-    for (const QString &path : saved)
+    for (const QString &path : existing)
         appendFolder(path);
+}
 
+QCoro::Task<void> FileIndexer::restoreIndex()
+{
+    const QPointer<FileIndexer> self(this);
     std::optional<QList<IndexedFile>> files = co_await m_store.load();
     if (!self)
         co_return;
     if (files)
         setIndexedFiles(std::move(*files));
-    files.reset();
     countFiles();
+}
 
-    const QStringList present = co_await checkingCommon;
+/// Adds those common folders that are not listed, and then walks all of them that are.
+QCoro::Task<void> FileIndexer::indexCommonFolders()
+{
+    const QPointer<FileIndexer> self(this);
+    const StandardFolders &standard = m_platform.folders;
+    const QStringList common{standard.documents, standard.downloads, standard.desktop};
+    const QFuture<QStringList> checking = QtConcurrent::run(&m_workers, existingFolders, common);
+    const QStringList present = co_await checking;
     if (!self)
         co_return;
     const auto added =

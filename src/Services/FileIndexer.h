@@ -79,6 +79,9 @@ private:
     class Task;
 
     QCoro::Task<void> startUp();
+    QCoro::Task<void> restoreFolders();
+    QCoro::Task<void> restoreIndex();
+    QCoro::Task<void> indexCommonFolders();
     QCoro::Task<void> pickFolder();
     QCoro::Task<void> saveBookmark(QString folder);
     QCoro::Task<void> removeBookmark(QString folder);
