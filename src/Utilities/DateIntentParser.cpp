@@ -65,9 +65,9 @@ std::optional<DateRange> parse(const QString &text, Instant now)
     const QString lowered = lowerCased(text);
     const QDate today = localTime(now).date();
     if (lowered.contains("today"_L1))
-        return DateRange{instant(today.startOfDay()), now};
+        return DateRange{startOfDay(today), now};
     if (lowered.contains("yesterday"_L1))
-        return DateRange{instant(today.addDays(-1).startOfDay()), instant(today.startOfDay())};
+        return DateRange{startOfDay(today.addDays(-1)), startOfDay(today)};
 
     static const std::array kSpans{
         Span{.phrases = {"couple days"_L1, "couple of days"_L1, "few days"_L1}, .days = 4},

@@ -16,6 +16,16 @@ QDateTime localTime(Instant instant)
     return QDateTime::fromSecsSinceEpoch(static_cast<qint64>(seconds));
 }
 
+Instant startOfDay(QDate date)
+{
+    // Of two midnights Qt takes the second.
+    constexpr qint64 kSmallestStep = 30 * 60;
+    QDateTime start = date.startOfDay();
+    while (start.isValid() && start.addSecs(-kSmallestStep).date() == date)
+        start = start.addSecs(-kSmallestStep);
+    return instant(start);
+}
+
 Instant instant(const QDateTime &dateTime)
 {
     return Instant::fromUnix(static_cast<double>(dateTime.toMSecsSinceEpoch()) / 1000);

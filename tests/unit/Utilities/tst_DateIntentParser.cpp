@@ -48,6 +48,7 @@ last week; 2024-03-31T01:30Z; 2024-04-07T00:30Z; Europe/Berlin
 last week; 2024-10-20T00:30Z; 2024-10-27T01:30Z; Europe/Berlin
 today; 2024-03-30T22:00Z; 2024-03-31T09:00Z; Asia/Beirut
 today; 2024-11-03T04:00Z; 2024-11-03T15:00Z; America/Havana
+today; 2025-11-02T04:00Z; 2025-11-02T17:00Z; America/Havana
 )"_s;
         for (const QString &line : table.split(u'\n', Qt::SkipEmptyParts)) {
             const QStringList cells = line.split(u"; "_s);
