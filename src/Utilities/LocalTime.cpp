@@ -19,7 +19,7 @@ QDateTime localTime(Instant instant)
 Instant startOfDay(QDate date)
 {
     // Of two midnights Qt takes the second.
-    constexpr qint64 kSmallestStep = 30 * 60;
+    constexpr qint64 kSmallestStep = 1800; // seconds
     QDateTime start = date.startOfDay();
     while (start.isValid() && start.addSecs(-kSmallestStep).date() == date)
         start = start.addSecs(-kSmallestStep);
