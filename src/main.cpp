@@ -3,7 +3,10 @@
 #include "CommandLine/AnswerText.h"
 #include "CommandLine/CommandLine.h"
 #include "DugwiseApp.h"
+#include "Platform/HelperProgram.h"
 #include "Platform/Platform.h"
+#include "Platform/Sandbox.h"
+#include "Platform/SandboxedPDFReader.h"
 
 #include <QCoreApplication>
 
@@ -58,6 +61,11 @@ int main(int argc, char *argv[])
         std::fputs(qPrintable(printable(line) + u'\n'), log);
         std::fflush(log);
     };
+    const std::optional<QString> parser = helperProgram(u"dugwise-extract"_s);
+    if (parser && Sandbox::isAvailable()) {
+        platform.pdfDocuments = std::make_unique<SandboxedPDFReader>(
+            *parser, platform.folders.cache + u"/unreadable"_s);
+    }
     if (!arguments->useSystemSearch)
         platform.metadataQueryCommand.reset();
     DugwiseApp app(platform);

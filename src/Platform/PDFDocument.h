@@ -4,8 +4,9 @@
 
 #include <QString>
 
-#include <memory>
+#include <functional>
 #include <optional>
+#include <stop_token>
 
 namespace dugwise {
 
@@ -22,7 +23,7 @@ public:
     [[nodiscard]] virtual std::optional<QString> pageText(int page) const = 0;
 };
 
-/// Opens PDF documents; callable from any thread.
+/// Reads PDF documents; callable from any thread, which waits.
 class PDFDocumentReader
 {
 public:
@@ -30,8 +31,12 @@ public:
     Q_DISABLE_COPY_MOVE(PDFDocumentReader)
     virtual ~PDFDocumentReader() = default;
 
-    /// Null when the file cannot be opened as a PDF.
-    [[nodiscard]] virtual std::unique_ptr<PDFDocument> open(const QString &path) const = 0;
+    /// Opens the document and has `use` read from it. False when it cannot be opened, or could not
+    /// be read to the end; `use` may then have been called, and is called again, from the start,
+    /// when that may help.
+    [[nodiscard]] virtual bool read(const QString &path,
+                                    const std::function<void(const PDFDocument &document)> &use,
+                                    const std::stop_token &stop) const = 0;
 };
 
 } // namespace dugwise

@@ -457,6 +457,8 @@ QFuture<QList<IndexedFile>> FileIndexer::buildRecords(const QList<ListedFile> &f
     const auto build = [missing, sources, stop = m_stop.get_token()] {
         QList<IndexedFile> records;
         for (const ListedFile &file : missing) {
+            if (stop.stop_requested())
+                break;
             if (const auto record = createIndexedFile(file, sources, stop))
                 records.append(*record);
         }

@@ -3,13 +3,11 @@
 #include "Services/FileRecord.h"
 
 #include "Platform/FileAttributes.h"
-#include "Platform/PDFDocument.h"
 #include "Platform/TextFile.h"
+#include "Services/PDFText.h"
 #include "Utilities/FilePath.h"
 #include "Utilities/FileTypeHelper.h"
 #include "Utilities/Text.h"
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -32,7 +30,7 @@ std::optional<QByteArray> extractText(const QString &path,
         return head ? std::optional(head->text) : std::nullopt;
     }
     if (lowered == "pdf"_L1 && sources.pdfDocuments)
-        return extractPDFText(path, kMostCharacters, *sources.pdfDocuments);
+        return extractPDFText(path, kMostCharacters, *sources.pdfDocuments, stop);
     return std::nullopt;
 }
 
@@ -67,22 +65,20 @@ std::optional<IndexedFile> createIndexedFile(const ListedFile &file,
     return IndexedFile(std::move(fields));
 }
 
-std::optional<QByteArray>
-extractPDFText(const QString &path, std::size_t maxLength, const PDFDocumentReader &reader)
+std::optional<QByteArray> extractPDFText(const QString &path,
+                                         std::size_t maxLength,
+                                         const PDFDocumentReader &reader,
+                                         const std::stop_token &stop)
 {
-    const std::unique_ptr<PDFDocument> document = reader.open(path);
-    if (!document)
+    const PDFTextPlan plan{
+        .mostPages = kMostPages,
+        .maxLength = maxLength,
+        .page = [](int, const QString &text) { return text.toUtf8() + '\n'; },
+    };
+    const std::optional<QByteArray> text = readPDFText(path, plan, reader, stop);
+    if (!text || text->isEmpty())
         return std::nullopt;
-    QByteArray text;
-    const int pages = std::min(document->pageCount(), kMostPages);
-    for (int page = 0; page < pages; ++page) {
-        if (const std::optional<QString> pageText = document->pageText(page))
-            text += pageText->toUtf8() + '\n';
-        const std::size_t length = prefixLength(view(text), maxLength);
-        if (length < view(text).size())
-            return text.first(static_cast<qsizetype>(length));
-    }
-    return text.isEmpty() ? std::nullopt : std::optional(text);
+    return text->first(static_cast<qsizetype>(prefixLength(view(*text), maxLength)));
 }
 
 } // namespace dugwise

@@ -29,7 +29,9 @@ struct FileRecordSources
 
 /// The first `maxLength` characters of the first ten pages, each followed by a line feed; absent
 /// when the document cannot be opened or has no text.
-[[nodiscard]] std::optional<QByteArray>
-extractPDFText(const QString &path, std::size_t maxLength, const PDFDocumentReader &reader);
+[[nodiscard]] std::optional<QByteArray> extractPDFText(const QString &path,
+                                                       std::size_t maxLength,
+                                                       const PDFDocumentReader &reader,
+                                                       const std::stop_token &stop = {});
 
 } // namespace dugwise

@@ -67,10 +67,14 @@ class FakePDFDocumentReader final : public PDFDocumentReader
 public:
     QHash<QString, FakePages> documents;
 
-    [[nodiscard]] std::unique_ptr<PDFDocument> open(const QString &path) const override
+    [[nodiscard]] bool read(const QString &path,
+                            const std::function<void(const PDFDocument &document)> &use,
+                            const std::stop_token &) const override
     {
         const auto at = documents.constFind(path);
-        return at == documents.cend() ? nullptr : std::make_unique<FakePDFDocument>(*at);
+        if (at != documents.cend())
+            use(FakePDFDocument(*at));
+        return at != documents.cend();
     }
 };
 

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+
+/// What the program and its sandboxed parser say to each other, over a pair of stream sockets. The
+/// parser greets with a reply whose text tells its version; then each request has one reply. Both
+/// run on one machine and are built together, so numbers go as they are in memory.
+namespace dugwise::ParserProtocol {
+
+/// Where the parser finds its socket.
+constexpr int kSocket = 3;
+
+enum class Subject : std::uint32_t {
+    document, ///< the request carries an open file; the reply's result is the number of pages
+    page,     ///< its text
+};
+
+struct Request
+{
+    Subject subject = Subject::document;
+    std::uint32_t page = 0; ///< counted from 0
+};
+
+struct Reply
+{
+    std::int32_t result = 0;  ///< negative: there is no such thing
+    std::uint32_t length = 0; ///< UTF-16 code units of text that follow
+};
+
+/// Code units of a text; what is longer is cut.
+constexpr std::uint32_t kMostText = 1U << 19U;
+
+} // namespace dugwise::ParserProtocol
