@@ -66,6 +66,8 @@ int main(int argc, char *argv[])
         platform.pdfDocuments = std::make_unique<SandboxedPDFReader>(
             *parser, platform.folders.cache + u"/unreadable"_s);
     }
+    if (arguments->command == Arguments::Command::preview)
+        return printPreview(platform, arguments->file);
     if (!arguments->useSystemSearch)
         platform.metadataQueryCommand.reset();
     DugwiseApp app(platform);

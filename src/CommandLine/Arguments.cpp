@@ -33,6 +33,11 @@ Words split(const QStringList &words)
     return found;
 }
 
+QString absolutePath(const QString &path)
+{
+    return QDir::cleanPath(QDir::current().absoluteFilePath(path));
+}
+
 Failure unknownOption(const QString &option)
 {
     return {u"unknown option %1 (write -- before a request that begins with a dash)"_s.arg(option)};
@@ -84,8 +89,18 @@ Outcome<Arguments> parseFolders(Arguments arguments, const Words &words)
     if (folder.isEmpty())
         return Failure{u"folders %1 needs a folder"_s.arg(action)};
     arguments.command = isAdd ? Arguments::Command::foldersAdd : Arguments::Command::foldersRemove;
-    arguments.folder = QDir::cleanPath(QDir::current().absoluteFilePath(folder));
+    arguments.folder = absolutePath(folder);
     return withoutOptions(arguments, words, 3);
+}
+
+Outcome<Arguments> parsePreview(Arguments arguments, const Words &words)
+{
+    const QString file = words.plain.value(1);
+    if (file.isEmpty())
+        return Failure{u"preview needs a file"_s};
+    arguments.command = Arguments::Command::preview;
+    arguments.file = absolutePath(file);
+    return withoutOptions(arguments, words, 2);
 }
 
 } // namespace
@@ -116,6 +131,8 @@ Outcome<Arguments> parseArguments(const QStringList &all)
     }
     if (command == "folders"_L1)
         return parseFolders(arguments, words);
+    if (command == "preview"_L1)
+        return parsePreview(arguments, words);
     if (command == "index"_L1 || command == "status"_L1) {
         arguments.command =
             command == "index"_L1 ? Arguments::Command::index : Arguments::Command::status;
@@ -132,6 +149,7 @@ QString helpText()
   dugwise chat [options]               one conversation: a request a line on standard input
   dugwise folders [list | add DIR | remove DIR]
   dugwise index                        walk every folder again
+  dugwise preview FILE                 the text of a file
   dugwise status                       what is indexed, what is on, and why not
   dugwise --help | --version
 

@@ -19,6 +19,7 @@ struct Arguments
         foldersAdd,
         foldersRemove,
         index,
+        preview,
         status,
         help,
         version,
@@ -27,6 +28,7 @@ struct Arguments
     Command command = Command::help;
     QString request; ///< of ask
     QString folder;  ///< of folders add and folders remove: absolute
+    QString file;    ///< of preview: absolute
     bool json = false;
     bool useSemantic = true;
     bool useSystemSearch = true;

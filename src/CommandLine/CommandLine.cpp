@@ -4,6 +4,7 @@
 
 #include "CommandLine/AnswerJson.h"
 #include "CommandLine/AnswerText.h"
+#include "CommandLine/Preview.h"
 #include "CommandLine/ProgressBar.h"
 #include "CommandLine/StatusText.h"
 #include "Models/AppState.h"
@@ -17,6 +18,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 #include <string>
@@ -28,6 +30,7 @@ namespace dugwise {
 namespace {
 
 constexpr int kDone = 0;
+constexpr int kNothing = 1;
 constexpr int kNotWritten = 1;
 constexpr int kMisuse = 2;
 
@@ -91,9 +94,10 @@ int CommandLine::carryOut(const Arguments &arguments)
         return index();
     case Arguments::Command::status:
         return status();
+    case Arguments::Command::preview:
     case Arguments::Command::help:
     case Arguments::Command::version:
-        break; // answered before there is anything to run on
+        break; // answered without the index
     }
     return kDone;
 }
@@ -210,12 +214,29 @@ int CommandLine::status()
     return kDone;
 }
 
+int printPreview(const Platform &platform, const QString &file)
+{
+    std::optional<QString> text = previewText(platform, file);
+    if (!text) {
+        complain(u"there is no text in %1"_s.arg(file));
+        return kNothing;
+    }
+    if (isTerminal(STDOUT_FILENO)) {
+        QStringList lines = text->split(u'\n');
+        std::ranges::transform(lines, lines.begin(), printable);
+        text = lines.join(u'\n');
+    }
+    print(text->endsWith(u'\n') ? *text : *text + u'\n');
+    return std::ferror(stdout) == 0 ? kDone : kNotWritten;
+}
+
 bool answersOnStandardOutput(Arguments::Command command)
 {
     switch (command) {
     case Arguments::Command::ask:
     case Arguments::Command::chat:
     case Arguments::Command::foldersList:
+    case Arguments::Command::preview:
     case Arguments::Command::status:
         return true;
     default:

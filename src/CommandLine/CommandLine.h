@@ -37,6 +37,9 @@ private:
     FileIndexer &m_fileIndexer;
 };
 
+/// Prints the text of a file; 1 when it has none. Needs no index.
+[[nodiscard]] int printPreview(const Platform &platform, const QString &file);
+
 /// Whether the command's answer goes to standard output, which must then hold nothing else.
 [[nodiscard]] bool answersOnStandardOutput(Arguments::Command command);
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/SampleFiles.h"
+#include "support/SamplePDF.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -247,6 +248,27 @@ private Q_SLOTS:
         }
         QCOMPARE(index().size(), 303);
         QCOMPARE(run({u"ask"_s, u"--json"_s, u"lease"_s}).names().size(), 15);
+    }
+
+    void theTextOfPDFDocumentsIsFoundAndShown()
+    {
+        const QString pdf = path(u"Downloads/final_v3 (1).pdf"_s);
+        writeFile(pdf, samplePDF({u"Mutual non-disclosure undertaking"_s, u""_s, u"Page three"_s}));
+        writeFile(path(u"Downloads/broken.pdf"_s), "%PDF-1.4 nothing");
+        const Outcome answer = run({u"ask"_s, u"--json"_s, u"the disclosure"_s});
+        QCOMPARE(answer.names().value(0), u"final_v3 (1).pdf"_s);
+        QCOMPARE(run({u"preview"_s, pdf}).out,
+                 "--- Page 1 ---\nMutual non-disclosure undertaking\n\n"
+                 "--- Page 3 ---\nPage three\n\n");
+        QCOMPARE(run({u"preview"_s, path(u"Downloads/lease.txt"_s)}).out,
+                 "This agreement binds landlord and tenant\n");
+        for (const QString &name : {u"Downloads/broken.pdf"_s, u"Downloads"_s, u"missing.txt"_s}) {
+            const Outcome nothing = run({u"preview"_s, path(name)});
+            QCOMPARE(nothing.exitCode, 1);
+            QVERIFY(nothing.out.isEmpty());
+            QCOMPARE(nothing.err.count('\n'), 1);
+        }
+        QCOMPARE(run({u"preview"_s}).exitCode, 2);
     }
 
     void misuseEndsWithTwo()

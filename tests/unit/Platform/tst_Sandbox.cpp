@@ -177,7 +177,5 @@ private:
 
 } // namespace dugwise::test
 
-Q_DECLARE_METATYPE(dugwise::test::Attempt)
-
 QTEST_GUILESS_MAIN(dugwise::test::TstSandbox)
 #include "tst_Sandbox.moc"
