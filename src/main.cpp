@@ -3,6 +3,7 @@
 #include "CommandLine/AnswerText.h"
 #include "CommandLine/CommandLine.h"
 #include "DugwiseApp.h"
+#include "Platform/DesktopMetadata.h"
 #include "Platform/HelperProgram.h"
 #include "Platform/Platform.h"
 #include "Platform/Sandbox.h"
@@ -68,6 +69,7 @@ int main(int argc, char *argv[])
     }
     if (arguments->command == Arguments::Command::preview)
         return printPreview(platform, arguments->file);
+    platform.metadataReader = desktopMetadataReader(platform.folders, platform.clock);
     if (!arguments->useSystemSearch)
         platform.metadataQueryCommand.reset();
     DugwiseApp app(platform);

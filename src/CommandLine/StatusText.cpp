@@ -55,7 +55,7 @@ statusText(const Platform &platform, const AppState &appState, const FileIndexer
            + u"Search\n"_s + line(u"language model"_s, appState.aiStatusLabel())
            + line(u"by meaning"_s, onOrWhyNot(false, notYet))
            + line(u"text of PDFs"_s, onOrWhyNot(platform.pdfDocuments != nullptr, notYet))
-           + line(u"download facts"_s, onOrWhyNot(platform.metadataIndex != nullptr, notYet))
+           + line(u"download facts"_s, onOrWhyNot(platform.metadataReader != nullptr, notYet))
            + line(u"whole machine"_s, onOrWhyNot(platform.metadataQueryCommand != nullptr, notYet))
            + u"Data sources\n"_s + line(u"mail"_s, onOrWhyNot(false, notYet))
            + line(u"messages"_s, onOrWhyNot(appState.messagesAccessible(), notYet))

@@ -13,7 +13,7 @@ AppServices::AppServices(Platform &platform)
     , mail(std::make_unique<MailSearchService>())
     , messages(std::make_unique<MessagesService>())
     , contacts(std::make_unique<ContactsService>())
-    , spotlight(platform.metadataIndex.get(), platform.metadataQueryCommand.get())
+    , spotlight(nullptr, platform.metadataQueryCommand.get())
 {
     search = std::make_unique<FileSearchService>(
         std::make_unique<SemanticSearchService>(), spotlight, platform.clock);

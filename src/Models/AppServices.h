@@ -28,7 +28,7 @@ struct AppServices
     std::unique_ptr<MailSearchService> mail;
     std::unique_ptr<MessagesService> messages;
     std::unique_ptr<ContactsService> contacts;
-    SpotlightMetadataService spotlight;
+    SpotlightMetadataService spotlight; ///< to search with; the facts of files are in the records
 };
 
 } // namespace dugwise

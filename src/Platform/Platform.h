@@ -28,7 +28,7 @@ struct Platform
     std::function<void(const QString &line)> log;
     std::unique_ptr<FolderPicker> folderPicker;
     std::unique_ptr<PDFDocumentReader> pdfDocuments;
-    std::unique_ptr<MetadataIndex> metadataIndex;
+    std::unique_ptr<MetadataReader> metadataReader;
     std::unique_ptr<MetadataQueryCommand> metadataQueryCommand;
 };
 

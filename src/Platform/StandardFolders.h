@@ -19,6 +19,10 @@ struct StandardFolders
     QString config; ///< user defaults: $XDG_CONFIG_HOME/Dugwise
     QString cache;  ///< what can be made again: $XDG_CACHE_HOME/Dugwise
 
+    /// $XDG_DATA_HOME and $XDG_CONFIG_HOME: where other programs keep theirs.
+    [[nodiscard]] QString dataOfAll() const;
+    [[nodiscard]] QString configOfAll() const;
+
     /// The folders of the person who runs the program (XDG Base Directory Specification and
     /// xdg-user-dirs, as QStandardPaths reads them).
     [[nodiscard]] static StandardFolders ofUser();

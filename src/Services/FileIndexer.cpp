@@ -56,6 +56,14 @@ QSet<QString> pathsOf(const QList<IndexedFile> &files)
     return paths;
 }
 
+/// What the desktop knows about files now; null where it keeps nothing.
+std::shared_ptr<const MetadataIndex> readMetadata(const MetadataReader *reader,
+                                                  std::shared_ptr<const MetadataIndex> previous,
+                                                  const std::stop_token &stop)
+{
+    return reader ? reader->read(std::move(previous), stop) : nullptr;
+}
+
 QString folderPath(const QUrl &folder)
 {
     return QDir::cleanPath(folder.toLocalFile());
@@ -325,8 +333,9 @@ QCoro::Task<void> FileIndexer::indexFolder(QUrl folder)
     co_await walk(path);
 }
 
-/// Lists the folder, has its records made by the workers, a few batches ahead, and appends them in
-/// listing order. Stops early when the folder is removed meanwhile.
+/// Lists the folder, reads what the desktop knows about files, has the folder's records made by the
+/// workers, a few batches ahead, and appends them in listing order. Stops early when the folder is
+/// removed meanwhile.
 QCoro::Task<void> FileIndexer::walk(QString folder)
 {
     const QPointer<FileIndexer> self(this);
@@ -335,10 +344,14 @@ QCoro::Task<void> FileIndexer::walk(QString folder)
     QFuture<std::optional<QList<ListedFile>>> listing =
         QtConcurrent::run(&m_workers, listFolder, folder, m_stop.get_token());
     QFuture<QSet<QString>> gathering = QtConcurrent::run(&m_workers, pathsOf, m_indexedFiles);
+    const QFuture<std::shared_ptr<const MetadataIndex>> reading = QtConcurrent::run(
+        &m_workers, readMetadata, m_platform.metadataReader.get(), m_metadata, m_stop.get_token());
     std::optional<QList<ListedFile>> listed = co_await listing;
     QSet<QString> knownPaths = co_await gathering;
+    const std::shared_ptr<const MetadataIndex> metadata = co_await reading;
     if (!self)
         co_return;
+    freeInWorker(std::exchange(m_metadata, metadata));
     // What the futures share with these would be copied at the first change.
     listing = {};
     gathering = {};
@@ -449,8 +462,8 @@ QFuture<QList<IndexedFile>> FileIndexer::buildRecords(const QList<ListedFile> &f
         return !knownPaths.contains(file.path());
     });
     const FileRecordSources sources{
-        .spotlightService = SpotlightMetadataService(m_platform.metadataIndex.get(),
-                                                     m_platform.metadataQueryCommand.get()),
+        .spotlightService =
+            SpotlightMetadataService(m_metadata, m_platform.metadataQueryCommand.get()),
         .pdfDocuments = m_platform.pdfDocuments.get(),
         .clock = m_platform.clock,
     };

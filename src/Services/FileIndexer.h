@@ -16,10 +16,12 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <stop_token>
 
 namespace dugwise {
 
+class MetadataIndex;
 struct Platform;
 
 /// Knows the folders that are indexed and the records of their files: restores both at start-up,
@@ -113,6 +115,8 @@ private:
     IndexStore m_store;
     Turnstile m_bookmarks; ///< changes of the stored bookmarks
     QList<IndexedFile> m_indexedFiles;
+    /// As the last walk read it; shared with the workers that look into it.
+    std::shared_ptr<const MetadataIndex> m_metadata;
     QList<QUrl> m_indexedFolderURLs;
     bool m_isIndexing = false;
     double m_indexingProgress = 0;

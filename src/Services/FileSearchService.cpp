@@ -41,7 +41,7 @@ FileSearchService::FileSearchService(std::unique_ptr<SemanticSearchService> sema
                                      SpotlightMetadataService spotlightService,
                                      Clock clock)
     : m_semanticSearch(std::move(semanticSearch))
-    , m_spotlightService(spotlightService)
+    , m_spotlightService(std::move(spotlightService))
     , m_clock(clock)
 {}
 

@@ -37,9 +37,9 @@ SpotlightSearchHit describe(const QString &path)
 
 } // namespace
 
-SpotlightMetadataService::SpotlightMetadataService(const MetadataIndex *index,
+SpotlightMetadataService::SpotlightMetadataService(std::shared_ptr<const MetadataIndex> index,
                                                    MetadataQueryCommand *command)
-    : m_index(index)
+    : m_index(std::move(index))
     , m_command(command)
 {}
 

@@ -8,6 +8,7 @@
 #include <QList>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
 
 namespace dugwise {
@@ -43,8 +44,10 @@ struct SpotlightSearchHit
 class SpotlightMetadataService
 {
 public:
-    /// Both facilities may be null, and outlive the service.
-    SpotlightMetadataService(const MetadataIndex *index, MetadataQueryCommand *command);
+    /// Both facilities may be null; the command outlives the service. The index is a snapshot that
+    /// all who look into it share.
+    SpotlightMetadataService(std::shared_ptr<const MetadataIndex> index,
+                             MetadataQueryCommand *command);
 
     /// Unknown values are absent; callable from any thread.
     [[nodiscard]] SpotlightFileMetadata getMetadata(const QString &path) const;
@@ -58,7 +61,7 @@ private:
     static QCoro::Task<QList<SpotlightSearchHit>> runMDFind(MetadataQueryCommand *command,
                                                             QStringList arguments);
 
-    const MetadataIndex *m_index;
+    std::shared_ptr<const MetadataIndex> m_index;
     MetadataQueryCommand *m_command;
 };
 

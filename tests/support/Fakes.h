@@ -25,6 +25,19 @@ public:
     }
 };
 
+/// Reads the same at all times.
+class FakeMetadataReader final : public MetadataReader
+{
+public:
+    std::shared_ptr<FakeMetadataIndex> index = std::make_shared<FakeMetadataIndex>();
+
+    [[nodiscard]] std::shared_ptr<const MetadataIndex>
+    read(std::shared_ptr<const MetadataIndex> /*previous*/, const std::stop_token &) const override
+    {
+        return index;
+    }
+};
+
 /// Answers one run after the other with what a test has set down, and keeps the arguments.
 class FakeMetadataQueryCommand final : public MetadataQueryCommand
 {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/StandardFolders.h"
 
+#include "Utilities/FilePath.h"
+
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
@@ -31,6 +33,16 @@ StandardFolders StandardFolders::ofUser()
         .config = own(QStandardPaths::GenericConfigLocation),
         .cache = own(QStandardPaths::GenericCacheLocation),
     };
+}
+
+QString StandardFolders::dataOfAll() const
+{
+    return FilePath::folder(data);
+}
+
+QString StandardFolders::configOfAll() const
+{
+    return FilePath::folder(config);
 }
 
 void makePrivateFolder(const QString &folder)

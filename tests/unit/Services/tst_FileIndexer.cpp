@@ -49,10 +49,11 @@ private Q_SLOTS:
         writeFile(path(u"Documents/latin.md"_s), "caf\xe9");
         writeFile(path(u"Documents/.hidden.txt"_s), "h");
         writeFile(path(u"Downloads/x.bin"_s), "X");
-        auto index = std::make_unique<FakeMetadataIndex>();
-        index->items.insert(path(u"Downloads/x.bin"_s),
-                            {Instant{1}, {Instant{2}, Instant{3}}, {u"one"_s, u"two"_s}, {}});
-        m_platform->metadataIndex = std::move(index);
+        auto reader = std::make_unique<FakeMetadataReader>();
+        reader->index->items.insert(
+            path(u"Downloads/x.bin"_s),
+            {Instant{1}, {Instant{2}, Instant{3}}, {u"one"_s, u"two"_s}, {}});
+        m_platform->metadataReader = std::move(reader);
         QVERIFY(launch());
         const QStringList paths{path(u"Documents"_s), path(u"Downloads"_s), path(u"Desktop"_s)};
         QCOMPARE(folders(), paths);

@@ -38,14 +38,14 @@ private Q_SLOTS:
 
     void takesTheFirstOfEachList()
     {
-        FakeMetadataIndex index;
-        index.items.insert(u"/a"_s,
-                           {.lastUsedDate = Instant{1},
-                            .downloadedDate = {Instant{3}, Instant{2}},
-                            .whereFroms = {u"https://a.example/f"_s, u"https://b.example"_s},
-                            .contentType = u"public.text"_s});
-        index.items.insert(u"/b"_s, {});
-        const SpotlightMetadataService service(&index, nullptr);
+        const auto index = std::make_shared<FakeMetadataIndex>();
+        index->items.insert(u"/a"_s,
+                            {.lastUsedDate = Instant{1},
+                             .downloadedDate = {Instant{3}, Instant{2}},
+                             .whereFroms = {u"https://a.example/f"_s, u"https://b.example"_s},
+                             .contentType = u"public.text"_s});
+        index->items.insert(u"/b"_s, {});
+        const SpotlightMetadataService service(index, nullptr);
         const SpotlightFileMetadata expected{
             Instant{1}, Instant{3}, u"https://a.example/f"_s, u"public.text"_s};
         QCOMPARE(service.getMetadata(u"/a"_s), expected);

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/StoreFile.h"
+
+#include "Platform/FileDescriptor.h"
+#include "Platform/StandardFolders.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise {
+
+namespace {
+
+constexpr int kHead = 32; // the header of a write-ahead log, https://sqlite.org/fileformat2.html
+constexpr qint64 kLargestDatabase = qint64{2} * 1024 * 1024 * 1024;
+constexpr int kAttempts = 3;
+
+FileDescriptor openStoreFile(const QString &path, struct stat &facts)
+{
+    FileDescriptor file(
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!file || ::fstat(file.get(), &facts) != 0 || !S_ISREG(facts.st_mode))
+        return {};
+    return file;
+}
+
+/// Whether a copy that was made between these states holds what its writer had finished. A
+/// write-ahead log may have grown: what is behind its last whole change is not read.
+bool isUndisturbed(const QList<StoreFileState> &before, const QList<StoreFileState> &after)
+{
+    return before[0] == after[0] && before[1].head == after[1].head && before[2] == after[2];
+}
+
+bool copyFiles(const QList<StoreFileState> &files, const QString &copy)
+{
+    const QString original = files.first().path;
+    for (const StoreFileState &file : files) {
+        if (file.exists && !QFile::copy(file.path, copy + file.path.sliced(original.size())))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+StoreFileState storeFileState(const QString &path)
+{
+    struct stat facts = {};
+    const FileDescriptor file = openStoreFile(path, facts);
+    if (!file)
+        return {.path = path};
+    QByteArray head(kHead, '\0');
+    head.resize(std::max<ssize_t>(0, ::pread(file.get(), head.data(), kHead, 0)));
+    return {
+        .path = path,
+        .exists = true,
+        .size = facts.st_size,
+        .modified = facts.st_mtim.tv_sec * 1'000'000'000 + facts.st_mtim.tv_nsec,
+        .inode = facts.st_ino,
+        .head = head,
+    };
+}
+
+QList<StoreFileState> databaseState(const QString &path)
+{
+    return {storeFileState(path),
+            storeFileState(path + "-wal"_L1),
+            storeFileState(path + "-journal"_L1)};
+}
+
+std::optional<QByteArray> readStoreFile(const QString &path, qint64 most)
+{
+    struct stat facts = {};
+    const FileDescriptor descriptor = openStoreFile(path, facts);
+    QFile file;
+    if (!descriptor || facts.st_size > most || !file.open(descriptor.get(), QFile::ReadOnly))
+        return std::nullopt;
+    return file.read(most);
+}
+
+SQLiteDatabase
+openDatabaseCopy(const QString &path, const QString &cacheFolder, const std::stop_token &stop)
+{
+    makePrivateFolder(cacheFolder);
+    for (int attempt = 0; attempt < kAttempts && !stop.stop_requested(); ++attempt) {
+        const QList<StoreFileState> before = databaseState(path);
+        if (!before[0].exists || before[0].size + before[1].size > kLargestDatabase)
+            break;
+        // Made with mkdtemp(3): for its owner only.
+        QTemporaryDir folder(cacheFolder + "/store-XXXXXX"_L1);
+        const QString copy = folder.path() + "/copy"_L1;
+        if (!folder.isValid() || !copyFiles(before, copy))
+            break;
+        if (!isUndisturbed(before, databaseState(path)))
+            continue;
+        SQLiteDatabase database(copy, SQLiteDatabase::Access::privateCopy, stop);
+        // SQLite has its files open from here on, and the folder goes.
+        if (database.isReadable())
+            return database;
+        break;
+    }
+    return {};
+}
+
+} // namespace dugwise

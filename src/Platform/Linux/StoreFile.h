@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/Linux/SQLiteDatabase.h"
+
+#include <QByteArray>
+#include <QList>
+
+namespace dugwise {
+
+/// By what a change of a store's file is seen.
+struct StoreFileState
+{
+    QString path;
+    bool exists = false; ///< as a regular file that may be read
+    qint64 size = 0;     ///< bytes
+    qint64 modified = 0; ///< nanoseconds since 1970
+    quint64 inode = 0;
+    /// The first 32 bytes, at most: what is written through a mapping shows late in `modified`.
+    QByteArray head;
+
+    bool operator==(const StoreFileState &) const = default;
+};
+
+[[nodiscard]] StoreFileState storeFileState(const QString &path);
+
+/// The states of a database and of the logs beside it, in the order database, write-ahead log,
+/// rollback journal.
+[[nodiscard]] QList<StoreFileState> databaseState(const QString &path);
+
+/// The whole of a regular file; absent where it cannot be read or is larger than `most` bytes.
+[[nodiscard]] std::optional<QByteArray> readStoreFile(const QString &path, qint64 most);
+
+/// Opens a private copy of a database and its logs, which a running program may have locked: the
+/// original is neither locked nor written. The copy is made in `cacheFolder`, and nothing is left
+/// of it on the disk even while it is read. Not readable where it cannot be copied.
+[[nodiscard]] SQLiteDatabase
+openDatabaseCopy(const QString &path, const QString &cacheFolder, const std::stop_token &stop);
+
+} // namespace dugwise

@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/SQLiteDatabase.h"
+#include "Platform/Linux/StoreFile.h"
+#include "support/SampleFiles.h"
+#include "support/SampleStores.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+using namespace dugwise;
+using namespace dugwise::test;
+
+class TstSQLiteDatabase : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
+
+    void readsRows()
+    {
+        SampleDatabase(path(),
+                       "CREATE TABLE t (k, x);"
+                       "INSERT INTO t VALUES ('ü''\"', 'text'), ('n', 12.5),"
+                       "('big', 9007199254740993), ('none', NULL), ('bad', x'ff41'),"
+                       "('mark', x'efbbbf41')");
+        const SQLiteDatabase database(path(), SQLiteDatabase::Access::readOnly, {});
+        const auto row = [&](const QString &key) {
+            SQLiteStatement statement = database.prepare("SELECT x FROM t WHERE k = ?1");
+            statement.bindText(1, key);
+            return statement.step() ? std::optional(std::move(statement)) : std::nullopt;
+        };
+        QCOMPARE(row(u"ü'\""_s)->text(0), u"text"_s);
+        QCOMPARE(row(u"ü'\""_s)->integer(0), 0);
+        QCOMPARE(row(u"n"_s)->real(0), 12.5);
+        QCOMPARE(row(u"big"_s)->integer(0), 9007199254740993);
+        QVERIFY(!row(u"none"_s)->text(0) && !row(u"bad"_s)->text(0));
+        QCOMPARE(row(u"mark"_s)->text(0), u"\ufeffA"_s);
+        QVERIFY(!row(u"absent"_s));
+    }
+
+    void distrustsWhatItReads_data()
+    {
+        QTest::addColumn<QByteArray>("sql");
+        for (const char *sql : {"SELECT * FROM v",
+                                "SELECT * FROM unknown",
+                                "not SQL",
+                                "INSERT INTO t VALUES (2)",
+                                "UPDATE sqlite_master SET sql = ''",
+                                "ATTACH 'other' AS other",
+                                "SELECT load_extension('x')",
+                                ""})
+            QTest::addRow("%s", sql) << QByteArray(sql);
+    }
+    void distrustsWhatItReads()
+    {
+        QFETCH(QByteArray, sql);
+        SampleDatabase(path(),
+                       "CREATE TABLE t (x); INSERT INTO t VALUES (1);"
+                       "CREATE VIEW v AS SELECT 1");
+        using Access = SQLiteDatabase::Access;
+        for (const Access access : {Access::readOnly, Access::privateCopy}) {
+            const SQLiteDatabase database(path(), access, {});
+            QVERIFY(database.isReadable());
+            QVERIFY(!database.prepare(sql.constData()).step());
+        }
+    }
+
+    void stopsSoon()
+    {
+        SampleDatabase(path(), "CREATE TABLE t (x)");
+        std::stop_source stop;
+        const SQLiteDatabase database(path(), SQLiteDatabase::Access::readOnly, stop.get_token());
+        SQLiteStatement endless = database.prepare("WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL "
+                                                   "SELECT x + 1 FROM n) SELECT max(x) FROM n");
+        stop.request_stop();
+        QVERIFY(!endless.step());
+    }
+
+    void isNotReadable()
+    {
+        QVERIFY(!SQLiteDatabase().isReadable());
+        using Access = SQLiteDatabase::Access;
+        QVERIFY(!SQLiteDatabase(path(), Access::privateCopy, {}).isReadable());
+        QVERIFY(!QFile::exists(path()));
+        QCOMPARE(::mkfifo(path().toUtf8().constData(), 0600), 0);
+        QVERIFY(!copy().isReadable()); // and does not wait for a writer
+    }
+
+    void copiesWhatIsLocked()
+    {
+        SampleDatabase held(path(),
+                            "PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = WAL;"
+                            "CREATE TABLE t (x); INSERT INTO t VALUES ('in the log')");
+        QVERIFY(!SQLiteDatabase(path(), SQLiteDatabase::Access::readOnly, {}).isReadable());
+        const SQLiteDatabase database = copy();
+        SQLiteStatement rows = database.prepare("SELECT x FROM t");
+        QVERIFY(rows.step());
+        QCOMPARE(rows.text(0), u"in the log"_s);
+        QVERIFY(QDir(cache()).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot));
+        held.run("INSERT INTO t VALUES ('later')"); // its writer goes on
+        QVERIFY(!rows.step());
+    }
+
+private:
+    [[nodiscard]] QString path() const { return m_folder->filePath(u"database"_s); }
+    [[nodiscard]] QString cache() const { return m_folder->filePath(u"cache"_s); }
+    [[nodiscard]] SQLiteDatabase copy() const { return openDatabaseCopy(path(), cache(), {}); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+QTEST_GUILESS_MAIN(TstSQLiteDatabase)
+#include "tst_SQLiteDatabase.moc"
