@@ -63,10 +63,13 @@ constexpr int kRoot = 16;
 constexpr int kKeywords = 20;
 constexpr quint32 kIsList = 0x8000'0000;
 
+constexpr qint64 kMostKeysOfAFile = 1000;
+
 /// The value of the key with this number in a block of metadata.
 QByteArray valueIn(const Block &tree, qint64 metadata, quint32 key)
 {
-    for (qint64 i = 0; i < tree.count(metadata, 8); ++i) {
+    const qint64 count = std::min(tree.count(metadata, 8), kMostKeysOfAFile);
+    for (qint64 i = 0; i < count; ++i) {
         if (tree.number(metadata + 4 + 8 * i) == key) // a list has a bit more
             return tree.string(tree.number(metadata + 8 + 8 * i));
     }

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/DesktopMetadata.h"
 #include "Platform/FileAttributes.h"
 #include "Platform/FolderBookmark.h"
 #include "Services/FileIndexer.h"
@@ -7,6 +8,7 @@
 #include "support/Fakes.h"
 #include "support/SampleFiles.h"
 #include "support/SampleHome.h"
+#include "support/SampleStores.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -76,6 +78,28 @@ private Q_SLOTS:
         QCOMPARE(files()[2]->lastUsedDate, Instant{1});
         QCOMPARE(files()[2]->downloadDate, Instant{2});
         QCOMPARE(files()[2]->downloadSource, u"one"_s);
+    }
+
+    void asksTheDesktopAtEachWalk()
+    {
+        const QString file = path(u"Downloads/a.bin"_s);
+        writeFile(file, "12345");
+        m_platform->metadataReader = desktopMetadataReader(m_platform->folders, m_platform->clock);
+        SampleFirefox firefox(path(u".mozilla/firefox/x"_s));
+        firefox.add({.path = file, .address = u"http://old.example/"_s, .end = {1}, .size = 5});
+        QVERIFY(launch());
+        QCOMPARE(files().value(0)->downloadSource, u"http://old.example/"_s);
+        QCOMPARE(files().first()->downloadDate, Instant{1});
+        QVERIFY(!files().first()->lastUsedDate);
+
+        firefox.add({.path = file, .address = u"http://new.example/"_s, .end = {2}, .size = 5});
+        writeFile(path(u".local/share/recently-used.xbel"_s),
+                  xbel(bookmark(file, "visited=\"2026-01-02T03:04:05Z\"")));
+        m_indexer->reindexAll();
+        QVERIFY(settle(*m_indexer));
+        QCOMPARE(files().value(0)->downloadSource, u"http://new.example/"_s);
+        QCOMPARE(files().first()->downloadDate, Instant{2});
+        QVERIFY(files().first()->lastUsedDate && isSaved());
     }
 
     void restoresWithoutWalking()
