@@ -41,14 +41,14 @@ QStringList existingFiles(const QStringList &folders, QLatin1StringView name)
 /// The folders that a profiles.ini names, below `root` or elsewhere.
 QStringList foldersOfIni(const QString &root)
 {
-    constexpr auto kKey = "Path=";
+    constexpr QByteArrayView kKey("Path=");
     QStringList folders;
     const QByteArray ini =
         readStoreFile(root + "/profiles.ini"_L1, kLargestIni).value_or(QByteArray());
     for (const QByteArray &line : ini.split('\n')) {
         if (!line.startsWith(kKey))
             continue;
-        const QByteArray value = line.sliced(qstrlen(kKey)).trimmed();
+        const QByteArray value = line.sliced(kKey.size()).trimmed();
         const QString path = toQString(view(value));
         folders.append(path.startsWith(u'/') ? path : root + u'/' + path);
     }

@@ -207,7 +207,8 @@ QList<StoreFileState> gvfsTreeState(const QString &tree)
 {
     const StoreFileState state = storeFileState(tree);
     const quint32 tag = Block(state.head).number(kTag);
-    const QString journal = tree + u'-' + QString::number(tag, 16).rightJustified(8, u'0') + ".log"_L1;
+    const QString journal =
+        tree + u'-' + QString::number(tag, 16).rightJustified(8, u'0') + ".log"_L1;
     return {state, storeFileState(journal)};
 }
 
