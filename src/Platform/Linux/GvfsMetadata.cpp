@@ -63,7 +63,7 @@ constexpr int kRoot = 16;
 constexpr int kKeywords = 20;
 constexpr quint32 kIsList = 0x8000'0000;
 
-constexpr qint64 kMostKeysOfAFile = 1000;
+constexpr qint64 kMostKeysOfAFile = 100;
 
 /// The value of the key with this number in a block of metadata.
 QByteArray valueIn(const Block &tree, qint64 metadata, quint32 key)
@@ -99,12 +99,14 @@ Addresses readTree(const Block &tree)
     if (key == kIsList)
         return addresses;
     std::deque<Folder> waiting{{"", tree.number(tree.number(kRoot) + 4)}};
-    int entries = 0;
-    while (!waiting.empty() && entries < kMostStoreRecords) {
+    // A broken file may lead to one place by many ways: no more than it has room for.
+    const qint64 most = std::min<qint64>(kMostStoreRecords, tree.size() / 16);
+    qint64 entries = 0;
+    while (!waiting.empty() && entries < most) {
         const Folder folder = waiting.front();
         waiting.pop_front();
         const qint64 count = folder.children > 0 ? tree.count(folder.children, 16) : 0;
-        for (qint64 i = 0; i < count && entries < kMostStoreRecords; ++i, ++entries) {
+        for (qint64 i = 0; i < count && entries < most; ++i, ++entries) {
             const qint64 entry = folder.children + 4 + 16 * i;
             const QByteArray path = folder.path + '/' + tree.string(tree.number(entry));
             const qint64 below = tree.number(entry + 4);
