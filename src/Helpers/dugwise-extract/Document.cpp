@@ -15,7 +15,7 @@ void Document::Unmap::operator()(char *data) const
     ::munmap(data, size);
 }
 
-Document::Document(const FileDescriptor &file)
+Document::Document(FileDescriptor file) // NOLINT(performance-unnecessary-value-param): to close it
 {
     struct stat status = {};
     if (::fstat(file.get(), &status) != 0 || status.st_size <= 0

@@ -12,11 +12,11 @@
 
 namespace dugwise {
 
-/// A PDF document of an open file, which is mapped as long as the document lives.
+/// A PDF document of an open file, which is closed again, and mapped as long as the document lives.
 class Document
 {
 public:
-    explicit Document(const FileDescriptor &file);
+    explicit Document(FileDescriptor file);
 
     /// Negative when the file is no document, or locked by a password.
     [[nodiscard]] int pageCount() const { return m_document ? m_document->pages() : -1; }

@@ -90,11 +90,11 @@ void serve()
     std::optional<Document> document;
     bool isHeard = greet();
     while (isHeard) {
-        const std::optional<Received> received = receive();
+        std::optional<Received> received = receive();
         if (!received)
             return;
         if (received->request.subject == Subject::document) {
-            document.emplace(received->file);
+            document.emplace(std::move(received->file));
             isHeard = send(document->pageCount());
         } else {
             const auto page = static_cast<int>(received->request.page);
