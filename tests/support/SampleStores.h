@@ -26,7 +26,7 @@ public:
         QDir().mkpath(QFileInfo(path).path());
         if (sqlite3_open(QFile::encodeName(path).constData(), &m_database) != SQLITE_OK)
             qFatal("cannot make a database");
-        run(schema);
+        run("PRAGMA synchronous = OFF;" + schema);
     }
     Q_DISABLE_COPY_MOVE(SampleDatabase)
     ~SampleDatabase() { sqlite3_close(m_database); }

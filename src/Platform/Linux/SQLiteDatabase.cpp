@@ -36,7 +36,8 @@ void distrust(sqlite3 *database)
     sqlite3_limit(database, SQLITE_LIMIT_LENGTH, kLargestValue);
     sqlite3_limit(database, SQLITE_LIMIT_ATTACHED, 0);
     sqlite3_exec(database,
-                 "PRAGMA query_only = ON; PRAGMA cell_size_check = ON; PRAGMA mmap_size = 0",
+                 "PRAGMA query_only = ON; PRAGMA cell_size_check = ON; PRAGMA mmap_size = 0;"
+                 "PRAGMA temp_store = MEMORY",
                  nullptr,
                  nullptr,
                  nullptr);

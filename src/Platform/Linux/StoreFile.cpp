@@ -95,10 +95,8 @@ openDatabaseCopy(const QString &path, const QString &cacheFolder, const std::sto
         // Made with mkdtemp(3): for its owner only.
         QTemporaryDir folder(cacheFolder + "/store-XXXXXX"_L1);
         const QString copy = folder.path() + "/copy"_L1;
-        if (!folder.isValid() || !copyFiles(before, copy))
-            break;
-        if (!isUndisturbed(before, databaseState(path)))
-            continue;
+        if (!copyFiles(before, copy) || !isUndisturbed(before, databaseState(path)))
+            continue; // written or closed meanwhile
         SQLiteDatabase database(copy, SQLiteDatabase::Access::privateCopy, stop);
         // SQLite has its files open from here on, and the folder goes.
         if (database.isReadable())
