@@ -20,8 +20,8 @@ struct StandardFolders
     QString cache;  ///< what can be made again: $XDG_CACHE_HOME/Dugwise
 
     /// $XDG_DATA_HOME and $XDG_CONFIG_HOME: where other programs keep theirs.
-    [[nodiscard]] QString dataOfAll() const;
-    [[nodiscard]] QString configOfAll() const;
+    [[nodiscard]] QString dataHome() const;
+    [[nodiscard]] QString configHome() const;
 
     /// The folders of the person who runs the program (XDG Base Directory Specification and
     /// xdg-user-dirs, as QStandardPaths reads them).

@@ -62,7 +62,7 @@ QStringList firefoxDatabases(const StandardFolders &folders)
     const QString flatpaks = folders.home + "/.var/app"_L1;
     const QStringList roots{
         folders.home + "/.mozilla/firefox"_L1,
-        folders.configOfAll() + "/mozilla/firefox"_L1, // since Firefox 147
+        folders.configHome() + "/mozilla/firefox"_L1, // since Firefox 147
         folders.home + "/snap/firefox/common/.mozilla/firefox"_L1,
         flatpaks + "/org.mozilla.firefox/.mozilla/firefox"_L1,
         flatpaks + "/org.mozilla.firefox/config/mozilla/firefox"_L1,
@@ -92,7 +92,7 @@ QStringList chromiumDatabases(const StandardFolders &folders)
                                     u"microsoft-edge"_s,
                                     u"microsoft-edge-beta"_s,
                                     u"microsoft-edge-dev"_s};
-    QStringList configs{folders.configOfAll(), folders.home + "/snap/chromium/common"_L1};
+    QStringList configs{folders.configHome(), folders.home + "/snap/chromium/common"_L1};
     for (const QString &flatpak : foldersIn(folders.home + "/.var/app"_L1))
         configs.append(flatpak + "/config"_L1);
     for (const QString &snap : foldersIn(folders.home + "/snap"_L1))

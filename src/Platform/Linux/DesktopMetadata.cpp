@@ -47,7 +47,7 @@ QList<MetadataStore> findStores(const StandardFolders &folders)
             stores.append({kind, path, state});
     };
     const auto fileState = [](const QString &path) { return QList{storeFileState(path)}; };
-    const QString data = folders.dataOfAll();
+    const QString data = folders.dataHome();
     for (const QString &path : firefoxDatabases(folders))
         add(MetadataStore::firefox, path, databaseState);
     for (const QString &path : chromiumDatabases(folders))

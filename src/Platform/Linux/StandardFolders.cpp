@@ -35,12 +35,12 @@ StandardFolders StandardFolders::ofUser()
     };
 }
 
-QString StandardFolders::dataOfAll() const
+QString StandardFolders::dataHome() const
 {
     return FilePath::folder(data);
 }
 
-QString StandardFolders::configOfAll() const
+QString StandardFolders::configHome() const
 {
     return FilePath::folder(config);
 }
