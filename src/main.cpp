@@ -3,11 +3,8 @@
 #include "CommandLine/AnswerText.h"
 #include "CommandLine/CommandLine.h"
 #include "DugwiseApp.h"
-#include "Platform/DesktopMetadata.h"
-#include "Platform/HelperProgram.h"
 #include "Platform/Platform.h"
-#include "Platform/Sandbox.h"
-#include "Platform/SandboxedPDFReader.h"
+#include "Platform/SystemFacilities.h"
 
 #include <QCoreApplication>
 
@@ -57,19 +54,14 @@ int main(int argc, char *argv[])
     }
 
     Platform platform(StandardFolders::ofUser());
+    addSystemFacilities(platform);
     std::FILE *const log = answersOnStandardOutput(arguments->command) ? stderr : stdout;
     platform.log = [log](const QString &line) {
         std::fputs(qPrintable(printable(line) + u'\n'), log);
         std::fflush(log);
     };
-    const std::optional<QString> parser = helperProgram(u"dugwise-extract"_s);
-    if (parser && Sandbox::isAvailable()) {
-        platform.pdfDocuments = std::make_unique<SandboxedPDFReader>(
-            *parser, platform.folders.cache + u"/unreadable"_s);
-    }
     if (arguments->command == Arguments::Command::preview)
         return printPreview(platform, arguments->file);
-    platform.metadataReader = desktopMetadataReader(platform.folders, platform.clock);
     if (!arguments->useSystemSearch)
         platform.metadataQueryCommand.reset();
     DugwiseApp app(platform);

@@ -85,6 +85,9 @@ private:
         environment.insert(u"HOME"_s, m_home->path());
         for (const auto variable : {"XDG_CONFIG_HOME"_L1, "XDG_DATA_HOME"_L1, "XDG_CACHE_HOME"_L1})
             environment.remove(variable);
+        // None of this machine's search services.
+        environment.insert(u"PATH"_s, u"/nonexistent"_s);
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
         process.setProcessEnvironment(environment);
         process.setProgram(QStringLiteral(DUGWISE_PROGRAM));
         process.setArguments(arguments);

@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/SystemFacilities.h"
+
+#include "Platform/DesktopMetadata.h"
+#include "Platform/HelperProgram.h"
+#include "Platform/Linux/MetadataQueryProcess.h"
+#include "Platform/Platform.h"
+#include "Platform/Sandbox.h"
+#include "Platform/SandboxedPDFReader.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise {
+
+void addSystemFacilities(Platform &platform)
+{
+    const std::optional<QString> parser = helperProgram(u"dugwise-extract"_s);
+    if (parser && Sandbox::isAvailable()) {
+        platform.pdfDocuments = std::make_unique<SandboxedPDFReader>(
+            *parser, platform.folders.cache + u"/unreadable"_s);
+    }
+    platform.metadataReader = desktopMetadataReader(platform.folders, platform.clock);
+    if (const auto program = helperProgram(u"dugwise-mdfind"_s))
+        platform.metadataQueryCommand = std::make_unique<MetadataQueryProcess>(*program);
+}
+
+} // namespace dugwise
