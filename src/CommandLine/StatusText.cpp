@@ -4,7 +4,10 @@
 
 #include "CommandLine/AnswerText.h"
 #include "Models/AppState.h"
+#include "Platform/DesktopMetadata.h"
+#include "Platform/MetadataSearchServices.h"
 #include "Platform/Platform.h"
+#include "Platform/Sandbox.h"
 #include "Services/FileIndexer.h"
 #include "Utilities/Formatters.h"
 
@@ -42,6 +45,46 @@ QString folderLines(const FileIndexer &fileIndexer)
     return text;
 }
 
+QString pdfState(const Platform &platform)
+{
+    if (platform.pdfDocuments)
+        return u"on, read in a sandbox"_s;
+    return Sandbox::isAvailable()
+               ? u"off: dugwise-extract is not beside the program"_s
+               : u"off: this system has no Landlock or no seccomp to read them safely"_s;
+}
+
+/// The stores that tell of downloads and last uses, by their programs.
+QString metadataState(const Platform &platform)
+{
+    QStringList stores{u"attributes of files"_s};
+    for (const QString &store : describeMetadataStores(platform.folders))
+        stores.append(store.section(u':', 0, 0));
+    stores.removeDuplicates();
+    return u"on: "_s + stores.join(u", "_s);
+}
+
+/// The desktop's search services, and what to install for those that are missing.
+QString machineSearchState(const Platform &platform)
+{
+    if (!platform.metadataQueryCommand)
+        return u"off: dugwise-mdfind is not beside the program"_s;
+    QStringList present;
+    QStringList missing;
+    for (const MetadataSearchService &service : metadataSearchServices()) {
+        if (service.state == MetadataSearchService::State::present)
+            present.append(service.name);
+        else if (service.state == MetadataSearchService::State::notIndexed)
+            missing.append(service.name + u" has no index yet"_s);
+        else
+            missing.append(
+                u"%1 is not installed (package %2)"_s.arg(service.name, service.package));
+    }
+    if (present.isEmpty())
+        return u"off: "_s + missing.join(u", "_s);
+    return (QStringList{u"on: "_s + present.join(u", "_s)} + missing).join(u"; "_s);
+}
+
 } // namespace
 
 QString
@@ -54,10 +97,10 @@ statusText(const Platform &platform, const AppState &appState, const FileIndexer
            + line(u"on disk"_s, byteCount(QFileInfo(indexPath).size()) + u", "_s + indexPath)
            + u"Search\n"_s + line(u"language model"_s, appState.aiStatusLabel())
            + line(u"by meaning"_s, onOrWhyNot(false, notYet))
-           + line(u"text of PDFs"_s, onOrWhyNot(platform.pdfDocuments != nullptr, notYet))
-           + line(u"download facts"_s, onOrWhyNot(platform.metadataReader != nullptr, notYet))
-           + line(u"whole machine"_s, onOrWhyNot(platform.metadataQueryCommand != nullptr, notYet))
-           + u"Data sources\n"_s + line(u"mail"_s, onOrWhyNot(false, notYet))
+           + line(u"text of PDFs"_s, pdfState(platform))
+           + line(u"download facts"_s, metadataState(platform))
+           + line(u"whole machine"_s, machineSearchState(platform)) + u"Data sources\n"_s
+           + line(u"mail"_s, onOrWhyNot(false, notYet))
            + line(u"messages"_s, onOrWhyNot(appState.messagesAccessible(), notYet))
            + line(u"calendar"_s, onOrWhyNot(appState.calendarEnabled(), notYet))
            + line(u"contacts"_s, onOrWhyNot(appState.contactsEnabled(), notYet)) + u"Network\n"_s
