@@ -10,7 +10,7 @@ namespace dugwise {
 
 /// The files that the parser failed to read and is not to try again, each as long as its path,
 /// size, time of modification and the parser's version stay the same: an empty file each in a
-/// folder, named by a hash of these. Callable from any thread.
+/// folder, named by a hash of these, and forgotten after a year. Callable from any thread.
 class FailedFiles
 {
 public:
@@ -20,6 +20,7 @@ public:
     void insert(const QString &path, const FileAttributes &attributes) const;
 
 private:
+    void removeOldMarkers() const;
     [[nodiscard]] QString markerPath(const QString &path, const FileAttributes &attributes) const;
 
     QString m_folder;

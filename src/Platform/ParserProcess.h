@@ -32,7 +32,7 @@ public:
     };
 
     /// Starts the program and waits for its greeting; it has died when that does not come.
-    explicit ParserProcess(const QString &program);
+    ParserProcess(const QString &program, const std::stop_token &stop);
     Q_DISABLE_COPY_MOVE(ParserProcess)
     ~ParserProcess();
 
@@ -46,6 +46,8 @@ public:
     open(const FileDescriptor &file, QDeadlineTimer deadline, const std::stop_token &stop);
     /// The text of a page counted from 0.
     [[nodiscard]] std::optional<Answer> page(int page);
+    /// Lets go of the file.
+    void close();
 
 private:
     [[nodiscard]] bool start(const QString &program);

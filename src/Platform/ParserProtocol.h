@@ -5,9 +5,13 @@
 #include <cstdint>
 
 /// What the program and its sandboxed parser say to each other, over a pair of stream sockets. The
-/// parser greets with a reply whose text tells its version; then each request has one reply. Both
-/// run on one machine and are built together, so numbers go as they are in memory.
+/// parser greets with a reply whose text tells its version; then each request but the last kind has
+/// one reply. Both run on one machine and are built together, so numbers go as they are in memory.
 namespace dugwise::ParserProtocol {
+
+/// Told in the greeting beside the library's version. To be raised when the parser can read what it
+/// could not before: what it failed at is then tried again.
+constexpr int kParserVersion = 1;
 
 /// Where the parser finds its socket.
 constexpr int kSocket = 3;
@@ -15,6 +19,7 @@ constexpr int kSocket = 3;
 enum class Subject : std::uint32_t {
     document, ///< the request carries an open file; the reply's result is the number of pages
     page,     ///< its text
+    close,    ///< lets go of the document; has no reply
 };
 
 struct Request

@@ -10,10 +10,11 @@ namespace dugwise::Sandbox {
 /// seccomp filters.
 [[nodiscard]] bool isAvailable();
 
-/// Confines this process, for good: it can use what it has open, have up to a gigabyte of memory,
-/// and read below `readableFolder`. It cannot open anything else, write a file, run a program,
-/// start a process, or make a socket; trying most of that kills it, and it dies with the thread
-/// that started it. False when any part of that is not to be had here.
+/// Confines this process, for good: it can read what it has open, write to its sockets and to
+/// standard error, have up to a gigabyte of memory, and read below `readableFolder`. It cannot open
+/// anything else, write a file, run a program, start a process, or make a socket; trying most of
+/// that kills it, and it dies with the thread that started it. False when any part of that is not
+/// to be had here.
 [[nodiscard]] bool confine(const char *readableFolder);
 
 } // namespace dugwise::Sandbox

@@ -36,7 +36,7 @@ private:
     using Use = std::function<void(const PDFDocument &document)>;
     [[nodiscard]] bool
     readInThisThread(const QString &path, const Use &use, const std::stop_token &stop) const;
-    [[nodiscard]] ParserProcess &parserOfThisThread() const;
+    [[nodiscard]] ParserProcess &parserOfThisThread(const std::stop_token &stop) const;
 
     QString m_program;
     QString m_failedFilesFolder;

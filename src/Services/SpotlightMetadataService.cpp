@@ -8,7 +8,9 @@
 #include "Utilities/FilePath.h"
 #include "Utilities/Text.h"
 
+#include <QCoroFuture>
 #include <QSet>
+#include <QtConcurrentRun>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +35,19 @@ SpotlightSearchHit describe(const QString &path)
     if (attributes)
         hit.modifiedDate = attributes->modifiedDate;
     return hit;
+}
+
+/// The hits of a run's output, a path a line.
+QList<SpotlightSearchHit> describeLines(const QByteArray &output)
+{
+    QList<SpotlightSearchHit> hits;
+    if (!output.isValidUtf8())
+        return hits;
+    for (const QByteArray &line : output.split('\n')) {
+        if (!line.isEmpty() && hits.size() < kMostHitsOfOneRun)
+            hits.append(describe(toQString(view(line))));
+    }
+    return hits;
 }
 
 } // namespace
@@ -89,13 +104,10 @@ QCoro::Task<QList<SpotlightSearchHit>>
 SpotlightMetadataService::runMDFind(MetadataQueryCommand *command, QStringList arguments)
 {
     const std::optional<QByteArray> output = co_await command->run(arguments);
-    QList<SpotlightSearchHit> hits;
-    if (!output || !output->isValidUtf8())
-        co_return hits;
-    for (const QByteArray &line : output->split('\n')) {
-        if (!line.isEmpty() && hits.size() < kMostHitsOfOneRun)
-            hits.append(describe(toQString(view(line))));
-    }
+    // In a worker: a path may lie on a disk that does not answer.
+    const QFuture<QList<SpotlightSearchHit>> describing =
+        QtConcurrent::run(describeLines, output.value_or(QByteArray()));
+    const QList<SpotlightSearchHit> hits = co_await describing;
     co_return hits;
 }
 

@@ -82,7 +82,15 @@ bool send(std::int32_t result, const poppler::ustring &text = {})
 
 bool greet()
 {
-    return send(0, poppler::ustring::from_latin1("poppler " + poppler::version_string()));
+    return send(0,
+                poppler::ustring::from_latin1("parser " + std::to_string(kParserVersion)
+                                              + ", poppler " + poppler::version_string()));
+}
+
+bool sendPage(const std::optional<Document> &document, int page)
+{
+    const poppler::ustring text = document ? document->pageText(page) : poppler::ustring();
+    return send(text.empty() ? -1 : 0, text);
 }
 
 void serve()
@@ -93,13 +101,17 @@ void serve()
         std::optional<Received> received = receive();
         if (!received)
             return;
-        if (received->request.subject == Subject::document) {
+        switch (received->request.subject) {
+        case Subject::document:
             document.emplace(std::move(received->file));
             isHeard = send(document->pageCount());
-        } else {
-            const auto page = static_cast<int>(received->request.page);
-            const poppler::ustring text = document ? document->pageText(page) : poppler::ustring();
-            isHeard = send(text.empty() ? -1 : 0, text);
+            break;
+        case Subject::page:
+            isHeard = sendPage(document, static_cast<int>(received->request.page));
+            break;
+        case Subject::close:
+            document.reset();
+            break;
         }
     }
 }

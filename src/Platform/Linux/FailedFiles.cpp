@@ -5,6 +5,8 @@
 #include "Platform/StandardFolders.h"
 
 #include <QCryptographicHash>
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
 
 using namespace Qt::StringLiterals;
@@ -24,10 +26,21 @@ bool FailedFiles::contains(const QString &path, const FileAttributes &attributes
 void FailedFiles::insert(const QString &path, const FileAttributes &attributes) const
 {
     makePrivateFolder(m_folder);
+    removeOldMarkers();
     QFile marker(markerPath(path, attributes));
     // One that cannot be made costs another attempt at the next walk.
     [[maybe_unused]] const bool isMade =
         marker.open(QFile::WriteOnly, QFile::ReadOwner | QFile::WriteOwner);
+}
+
+/// Their files have changed or gone, most likely.
+void FailedFiles::removeOldMarkers() const
+{
+    const QDateTime oldest = QDateTime::currentDateTimeUtc().addYears(-1);
+    for (const QFileInfo &marker : QDir(m_folder).entryInfoList(QDir::Files)) {
+        if (marker.lastModified() < oldest)
+            QFile::remove(marker.filePath());
+    }
 }
 
 QString FailedFiles::markerPath(const QString &path, const FileAttributes &attributes) const

@@ -62,14 +62,17 @@ void grantProcessorTime(pid_t process)
     timespec used = {};
     if (::clock_getcpuclockid(process, &clock) != 0 || ::clock_gettime(clock, &used) != 0)
         return;
-    const rlimit limit{static_cast<rlim_t>(used.tv_sec) + kProcessorSeconds, RLIM_INFINITY};
+    rlimit limit = {};
+    ::prlimit(process, RLIMIT_CPU, nullptr, &limit);
+    limit.rlim_cur = std::min(limit.rlim_max, static_cast<rlim_t>(used.tv_sec) + kProcessorSeconds);
     ::prlimit(process, RLIMIT_CPU, &limit, nullptr);
 }
 
 } // namespace
 
-ParserProcess::ParserProcess(const QString &program)
+ParserProcess::ParserProcess(const QString &program, const std::stop_token &stop)
     : m_deadline(kGreetingTime)
+    , m_stop(stop)
 {
     if (!start(program))
         return;
@@ -108,6 +111,12 @@ std::optional<ParserProcess::Answer> ParserProcess::page(int page)
     return receive();
 }
 
+void ParserProcess::close()
+{
+    if (m_state == State::running) [[maybe_unused]]
+        const bool isSent = send({.subject = ParserProtocol::Subject::close});
+}
+
 bool ParserProcess::start(const QString &program)
 {
     std::array<int, 2> ends{};
@@ -137,7 +146,8 @@ bool ParserProcess::send(const ParserProtocol::Request &request, int file)
         header->cmsg_len = CMSG_LEN(sizeof file);
         std::memcpy(CMSG_DATA(header), &file, sizeof file);
     }
-    if (::sendmsg(m_socket.get(), &message, MSG_NOSIGNAL) == static_cast<ssize_t>(sizeof bytes))
+    if (::sendmsg(m_socket.get(), &message, MSG_NOSIGNAL | MSG_DONTWAIT)
+        == static_cast<ssize_t>(sizeof bytes))
         return true;
     end(State::died);
     return false;
@@ -163,15 +173,16 @@ bool ParserProcess::receiveAll(void *data, std::size_t size)
 {
     char *to = static_cast<char *>(data);
     while (size > 0) {
-        const qint64 left = m_deadline.remainingTime();
-        if (left == 0 || m_stop.stop_requested()) {
+        // What has arrived in time counts, also when this process slept over the deadline.
+        const qint64 left = m_stop.stop_requested() ? 0 : m_deadline.remainingTime();
+        pollfd waiting{.fd = m_socket.get(), .events = POLLIN};
+        const auto glance = static_cast<int>(std::min<qint64>(left, kGlance.count()));
+        if (::poll(&waiting, 1, glance) <= 0) {
+            if (left > 0)
+                continue;
             end(State::timedOut);
             return false;
         }
-        pollfd waiting{.fd = m_socket.get(), .events = POLLIN};
-        const auto glance = static_cast<int>(std::min<qint64>(left, kGlance.count()));
-        if (::poll(&waiting, 1, glance) <= 0)
-            continue;
         const ssize_t received = ::recv(m_socket.get(), to, size, MSG_DONTWAIT);
         if (received < 0 && (errno == EAGAIN || errno == EINTR))
             continue;

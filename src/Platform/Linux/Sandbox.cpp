@@ -50,7 +50,11 @@ std::uint64_t fileRights(long version)
 
 bool limit(__rlimit_resource resource, rlim_t most)
 {
-    const rlimit value{most, most};
+    rlimit value = {};
+    if (::getrlimit(resource, &value) != 0)
+        return false;
+    value.rlim_max = std::min(value.rlim_max, most); // it may be lower already
+    value.rlim_cur = value.rlim_max;
     return ::setrlimit(resource, &value) == 0;
 }
 
@@ -102,13 +106,23 @@ bool allowCalls(scmp_filter_ctx filter)
         SCMP_SYS(sched_yield),
         SCMP_SYS(readlink),
         SCMP_SYS(sigaltstack),
-        SCMP_SYS(write),
     };
     const auto allow = [&](int call) {
         return ::seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 0) == 0;
     };
     return std::ranges::all_of(kAllowed, allow)
            && (!kIsSanitized || std::ranges::all_of(kAllowedSanitized, allow));
+}
+
+/// Libraries complain on standard error, of which nobody reads a word.
+bool allowComplaining(scmp_filter_ctx filter)
+{
+    const std::array toStandardError{SCMP_A0(SCMP_CMP_EQ, STDERR_FILENO)};
+    return std::ranges::all_of(std::array{SCMP_SYS(write), SCMP_SYS(writev)}, [&](int call) {
+        return ::seccomp_rule_add_array(
+                   filter, SCMP_ACT_ALLOW, call, toStandardError.size(), toStandardError.data())
+               == 0;
+    });
 }
 
 /// Files are opened for reading only.
@@ -135,8 +149,9 @@ bool confineCalls()
 {
     const std::unique_ptr<void, decltype(&::seccomp_release)> filter(
         ::seccomp_init(SCMP_ACT_KILL_PROCESS), ::seccomp_release);
-    return filter && allowCalls(filter.get()) && allowOpeningForReading(filter.get())
-           && allowMemoryWithoutCode(filter.get()) && ::seccomp_load(filter.get()) == 0;
+    return filter && allowCalls(filter.get()) && allowComplaining(filter.get())
+           && allowOpeningForReading(filter.get()) && allowMemoryWithoutCode(filter.get())
+           && ::seccomp_load(filter.get()) == 0;
 }
 
 } // namespace

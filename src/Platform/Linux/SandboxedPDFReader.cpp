@@ -79,7 +79,7 @@ bool SandboxedPDFReader::readInThisThread(const QString &path,
     const FileDescriptor file(::open(QFile::encodeName(path).constData(),
                                      O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     for (int attempt = 0; file && attempt < kAttempts && !stop.stop_requested(); ++attempt) {
-        ParserProcess &parser = parserOfThisThread();
+        ParserProcess &parser = parserOfThisThread(stop);
         if (parser.version().isEmpty())
             continue;
         const FailedFiles failed(m_failedFilesFolder, parser.version());
@@ -90,8 +90,10 @@ bool SandboxedPDFReader::readInThisThread(const QString &path,
                 return false;
             use(OpenDocument(parser, opened->result));
         }
-        if (parser.state() == ParserProcess::State::running)
+        if (parser.state() == ParserProcess::State::running) {
+            parser.close();
             return true;
+        }
         const bool isLastAttempt =
             parser.state() == ParserProcess::State::timedOut || attempt + 1 == kAttempts;
         if (isLastAttempt && !stop.stop_requested()) {
@@ -102,11 +104,11 @@ bool SandboxedPDFReader::readInThisThread(const QString &path,
     return false;
 }
 
-ParserProcess &SandboxedPDFReader::parserOfThisThread() const
+ParserProcess &SandboxedPDFReader::parserOfThisThread(const std::stop_token &stop) const
 {
     std::shared_ptr<ParserProcess> &parser = m_parsers.localData();
     if (!parser || parser->state() != ParserProcess::State::running)
-        parser = std::make_shared<ParserProcess>(m_program);
+        parser = std::make_shared<ParserProcess>(m_program, stop);
     return *parser;
 }
 

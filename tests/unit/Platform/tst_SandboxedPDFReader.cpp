@@ -121,6 +121,22 @@ private Q_SLOTS:
         QCOMPARE(read(u"lockedsecret.pdf"_s), std::nullopt);
     }
 
+    void librariesMayComplain()
+    {
+        // A picture that the JPEG library has something to say about.
+        const QByteArray picture = "BI /W 1 /H 1 /BPC 8 /CS /G /F /DCT ID "
+                                   + QByteArray::fromHex("ffd8000000ffd9") + "\nEI\n";
+        writeFile(
+            path(u"odd.pdf"_s),
+            pdfOfObjects({"<< /Type /Catalog /Pages 2 0 R >>",
+                          "<< /Type /Pages /Count 1 /Kids [ 4 0 R ] >>",
+                          "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>",
+                          "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 595 842] /Contents 5 0 "
+                          "R /Resources << /Font << /F1 3 0 R >> >> >>",
+                          pdfStream(picture + pdfPageContent(u"Hello"_s))}));
+        QCOMPARE(read(u"odd.pdf"_s), QStringList{u"Hello"_s});
+    }
+
     void opensOnlyDocuments_data()
     {
         QTest::addColumn<QByteArray>("content");
