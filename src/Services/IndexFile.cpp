@@ -3,15 +3,12 @@
 #include "Services/IndexFile.h"
 
 #include "Platform/MappedText.h"
+#include "Platform/ReplacedFile.h"
 #include "Services/IndexedFileJson.h"
 
 #include <QFile>
 
 #include <rapidjson/reader.h>
-#include <unistd.h>
-
-#include <cstdio>
-using namespace Qt::StringLiterals;
 
 namespace dugwise::IndexFile {
 
@@ -86,23 +83,7 @@ std::optional<QList<IndexedFile>> load(const QString &path)
 
 Outcome<Success> save(const QString &path, const QList<IndexedFile> &files)
 {
-    // Always the same name, so that saves that are killed leave no more than one file behind, which
-    // the next one takes up. Whoever saves holds the index's lock.
-    QFile file(path + ".new"_L1);
-    constexpr auto kPrivate = QFile::ReadOwner | QFile::WriteOwner;
-    if (!file.open(QFile::WriteOnly | QFile::Truncate | QFile::Unbuffered, kPrivate)
-        || !file.setPermissions(kPrivate))
-        return Failure{file.errorString()};
-    // On the disk before it takes the old file's place: a power cut must not leave half of it.
-    const bool isReplaced = writeAll(files, file) && ::fdatasync(file.handle()) == 0
-                            && ::rename(QFile::encodeName(file.fileName()).constData(),
-                                        QFile::encodeName(path).constData())
-                                   == 0;
-    if (isReplaced)
-        return Success{};
-    const QString error = file.error() == QFile::NoError ? qt_error_string() : file.errorString();
-    file.remove();
-    return Failure{error};
+    return replaceFile(path, [&](QFile &file) { return writeAll(files, file); });
 }
 
 } // namespace dugwise::IndexFile
