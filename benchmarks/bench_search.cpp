@@ -26,7 +26,7 @@ int main(int argc, char *argv[])
                 memory("VmRSS") / textSize(files),
                 textSize(files) / kMegabyte);
 
-    const FileSearchService service(std::make_unique<SemanticSearchService>(),
+    const FileSearchService service(std::make_unique<SemanticSearchService>([] { return nullptr; }),
                                     SpotlightMetadataService(nullptr, nullptr),
                                     Clock());
     const QString query = QStringLiteral("deck budget");

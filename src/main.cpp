@@ -62,6 +62,8 @@ int main(int argc, char *argv[])
     };
     if (arguments->command == Arguments::Command::preview)
         return printPreview(platform, arguments->file);
+    if (!arguments->useSemantic)
+        platform.sentenceEmbedding.reset();
     if (!arguments->useSystemSearch)
         platform.metadataQueryCommand.reset();
     DugwiseApp app(platform);

@@ -54,6 +54,13 @@ QString pdfState(const Platform &platform)
                : u"off: this system has no Landlock or no seccomp to read them safely"_s;
 }
 
+QString meaningState(const Platform &platform)
+{
+    const SentenceEmbedding *const embedding = platform.sentenceEmbedding.get();
+    return embedding ? u"on: "_s + embedding->description()
+                     : u"off: embedding.table is missing or damaged"_s;
+}
+
 /// The stores that tell of downloads and last uses, by their programs.
 QString metadataState(const Platform &platform)
 {
@@ -96,7 +103,7 @@ statusText(const Platform &platform, const AppState &appState, const FileIndexer
            + line(u"files"_s, QString::number(fileIndexer.totalFilesIndexed()))
            + line(u"on disk"_s, byteCount(QFileInfo(indexPath).size()) + u", "_s + indexPath)
            + u"Search\n"_s + line(u"language model"_s, appState.aiStatusLabel())
-           + line(u"by meaning"_s, onOrWhyNot(false, notYet))
+           + line(u"by meaning"_s, meaningState(platform))
            + line(u"text of PDFs"_s, pdfState(platform))
            + line(u"download facts"_s, metadataState(platform))
            + line(u"whole machine"_s, machineSearchState(platform)) + u"Data sources\n"_s

@@ -15,8 +15,12 @@ AppServices::AppServices(Platform &platform)
     , contacts(std::make_unique<ContactsService>())
     , spotlight(nullptr, platform.metadataQueryCommand.get())
 {
-    search = std::make_unique<FileSearchService>(
-        std::make_unique<SemanticSearchService>(), spotlight, platform.clock);
+    search =
+        std::make_unique<FileSearchService>(std::make_unique<SemanticSearchService>([&platform] {
+                                                return platform.sentenceEmbedding.get();
+                                            }),
+                                            spotlight,
+                                            platform.clock);
 }
 
 } // namespace dugwise

@@ -12,4 +12,8 @@ namespace dugwise {
 /// ../libexec/dugwise, as it is installed. Absent when it is in neither.
 [[nodiscard]] std::optional<QString> helperProgram(const QString &name);
 
+/// The path of a file that belongs to the program: beside it, as it is built, or in
+/// ../share/dugwise, as it is installed. Absent when it is in neither.
+[[nodiscard]] std::optional<QString> dataFile(const QString &name);
+
 } // namespace dugwise

@@ -6,6 +6,7 @@
 #include "Platform/MetadataItem.h"
 #include "Platform/MetadataQueryCommand.h"
 #include "Platform/PDFDocument.h"
+#include "Platform/SentenceEmbedding.h"
 #include "Platform/StandardFolders.h"
 #include "Platform/UserDefaults.h"
 #include "Utilities/Clock.h"
@@ -30,6 +31,7 @@ struct Platform
     std::unique_ptr<PDFDocumentReader> pdfDocuments;
     std::unique_ptr<MetadataReader> metadataReader;
     std::unique_ptr<MetadataQueryCommand> metadataQueryCommand;
+    std::unique_ptr<SentenceEmbedding> sentenceEmbedding;
 };
 
 } // namespace dugwise

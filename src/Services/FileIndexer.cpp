@@ -5,6 +5,7 @@
 #include "Platform/DirectoryListing.h"
 #include "Platform/FolderBookmark.h"
 #include "Platform/Platform.h"
+#include "Services/RecordVectors.h"
 
 #include <QCoroFuture>
 #include <QDir>
@@ -64,6 +65,19 @@ std::shared_ptr<const MetadataIndex> readMetadata(const MetadataReader *reader,
     return reader ? reader->read(std::move(previous), stop) : nullptr;
 }
 
+std::optional<IndexStore::Vectors> storedVectors(const Platform &platform)
+{
+    if (!platform.sentenceEmbedding)
+        return std::nullopt;
+    return IndexStore::Vectors{.path = platform.folders.cache + u"/vectors"_s,
+                               .version = platform.sentenceEmbedding->version()};
+}
+
+bool lacksVectors(const IndexedFile &file)
+{
+    return file.passageVectors().isEmpty();
+}
+
 QString folderPath(const QUrl &folder)
 {
     return QDir::cleanPath(folder.toLocalFile());
@@ -100,7 +114,7 @@ private:
 FileIndexer::FileIndexer(Platform &platform, QObject *parent)
     : QObject(parent)
     , m_platform(platform)
-    , m_store(platform.folders.data, kIndexFileName, m_workers)
+    , m_store(platform.folders.data, kIndexFileName, storedVectors(platform), m_workers)
 {
     m_workers.setMaxThreadCount(std::max(2, QThread::idealThreadCount()));
     startUp();
@@ -123,6 +137,9 @@ QCoro::Task<void> FileIndexer::startUp()
     if (!self)
         co_return;
     co_await indexCommonFolders();
+    if (!self)
+        co_return;
+    co_await makeMissingVectors();
 }
 
 QCoro::Task<void> FileIndexer::restoreFolders()
@@ -190,6 +207,33 @@ QCoro::Task<void> FileIndexer::indexCommonFolders()
         if (!self)
             co_return;
     }
+}
+
+/// Gives vectors to the records that came without: when those on disk are lost, damaged, or of
+/// another version of the embedding.
+QCoro::Task<void> FileIndexer::makeMissingVectors()
+{
+    const QPointer<FileIndexer> self(this);
+    if (!m_platform.sentenceEmbedding || std::ranges::none_of(m_indexedFiles, lacksVectors))
+        co_return;
+    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter(kStartUpWait);
+    if (!self)
+        co_return;
+    adopt(*turn);
+    const QList<IndexedFile> files = m_indexedFiles;
+    if (turn->lock.state() != FileLock::State::held || files.isEmpty())
+        co_return;
+    const QFuture<QList<IndexedFile>> making = withVectorsInThreads(
+        files, m_platform.sentenceEmbedding.get(), m_stop.get_token(), m_workers);
+    co_await making;
+    if (!self
+        || !m_indexedFiles.isSharedWith(files)) // a folder was removed: the next start does it
+        co_return;
+    QList<IndexedFile> complete;
+    for (const QList<IndexedFile> &batch : making.results())
+        complete.append(batch);
+    setIndexedFiles(complete);
+    co_await m_store.saveVectors(complete);
 }
 
 void FileIndexer::addFolder()
@@ -467,7 +511,8 @@ QFuture<QList<IndexedFile>> FileIndexer::buildRecords(const QList<ListedFile> &f
         .pdfDocuments = m_platform.pdfDocuments.get(),
         .clock = m_platform.clock,
     };
-    const auto build = [missing, sources, stop = m_stop.get_token()] {
+    const SentenceEmbedding *const embedding = m_platform.sentenceEmbedding.get();
+    const auto build = [missing, sources, embedding, stop = m_stop.get_token()] {
         QList<IndexedFile> records;
         for (const ListedFile &file : missing) {
             if (stop.stop_requested())
@@ -475,7 +520,7 @@ QFuture<QList<IndexedFile>> FileIndexer::buildRecords(const QList<ListedFile> &f
             if (const auto record = createIndexedFile(file, sources, stop))
                 records.append(*record);
         }
-        return records;
+        return withVectors(records, embedding, stop);
     };
     return QtConcurrent::run(&m_workers, build);
 }

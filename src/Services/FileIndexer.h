@@ -84,6 +84,7 @@ private:
     QCoro::Task<void> restoreFolders();
     QCoro::Task<void> restoreIndex();
     QCoro::Task<void> indexCommonFolders();
+    QCoro::Task<void> makeMissingVectors();
     QCoro::Task<void> pickFolder();
     QCoro::Task<void> saveBookmark(QString folder);
     QCoro::Task<void> removeBookmark(QString folder);

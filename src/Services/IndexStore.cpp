@@ -5,6 +5,7 @@
 #include "Platform/FileAttributes.h"
 #include "Platform/StandardFolders.h"
 #include "Services/IndexFile.h"
+#include "Services/VectorFile.h"
 
 #include <QDeadlineTimer>
 #include <QTimer>
@@ -30,12 +31,43 @@ QFuture<void> after(std::chrono::milliseconds time)
     return promise->future();
 }
 
+using Vectors = IndexStore::Vectors;
+
+std::optional<QList<IndexedFile>> loadIndex(const QString &path,
+                                            const std::optional<Vectors> &vectors)
+{
+    std::optional<QList<IndexedFile>> files = IndexFile::load(path);
+    if (!files || !vectors)
+        return files;
+    return VectorFile::attach(*files, vectors->path, vectors->version);
+}
+
+void saveVectorsOf(const QList<IndexedFile> &files, const std::optional<Vectors> &vectors)
+{
+    if (vectors)
+        VectorFile::save(files, vectors->path, vectors->version);
+}
+
+Outcome<Success> saveIndex(const QString &path,
+                           const std::optional<Vectors> &vectors,
+                           const QList<IndexedFile> &files)
+{
+    Outcome<Success> outcome = IndexFile::save(path, files);
+    if (outcome)
+        saveVectorsOf(files, vectors);
+    return outcome;
+}
+
 } // namespace
 
-IndexStore::IndexStore(const QString &folder, const QString &fileName, QThreadPool &workers)
+IndexStore::IndexStore(const QString &folder,
+                       const QString &fileName,
+                       std::optional<Vectors> vectors,
+                       QThreadPool &workers)
     : m_state(std::make_shared<State>(State{.folder = folder,
                                             .path = folder + u'/' + fileName,
                                             .lockPath = folder + u'/' + fileName + ".lock"_L1,
+                                            .vectors = std::move(vectors),
                                             .workers = &workers}))
 {}
 
@@ -63,13 +95,18 @@ QCoro::Task<Outcome<Success>> IndexStore::save(QList<IndexedFile> files)
     return save(m_state, std::move(files));
 }
 
+QCoro::Task<void> IndexStore::saveVectors(QList<IndexedFile> files)
+{
+    return saveVectors(m_state, std::move(files));
+}
+
 QCoro::Task<std::optional<QList<IndexedFile>>> IndexStore::load(std::shared_ptr<State> state)
 {
     if (!state->workers)
         co_return std::nullopt;
     state->version = versionOnDisk(state->path);
     const QFuture<std::optional<QList<IndexedFile>>> loading =
-        QtConcurrent::run(state->workers.data(), IndexFile::load, state->path);
+        QtConcurrent::run(state->workers.data(), loadIndex, state->path, state->vectors);
     const std::optional<QList<IndexedFile>> files = co_await loading;
     co_return files;
 }
@@ -99,10 +136,19 @@ QCoro::Task<Outcome<Success>> IndexStore::save(std::shared_ptr<State> state,
     if (!state->workers)
         co_return Failure{u"the program is ending"_s};
     const QFuture<Outcome<Success>> saving =
-        QtConcurrent::run(state->workers.data(), IndexFile::save, state->path, files);
+        QtConcurrent::run(state->workers.data(), saveIndex, state->path, state->vectors, files);
     const Outcome<Success> outcome = co_await saving;
     state->version = versionOnDisk(state->path);
     co_return outcome;
+}
+
+QCoro::Task<void> IndexStore::saveVectors(std::shared_ptr<State> state, QList<IndexedFile> files)
+{
+    if (!state->workers)
+        co_return;
+    const QFuture<void> saving =
+        QtConcurrent::run(state->workers.data(), saveVectorsOf, files, state->vectors);
+    co_await saving;
 }
 
 } // namespace dugwise

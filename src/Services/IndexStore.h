@@ -34,7 +34,18 @@ public:
         std::optional<QList<IndexedFile>> changedIndex;
     };
 
-    IndexStore(const QString &folder, const QString &fileName, QThreadPool &workers);
+    /// Where the records' vectors are kept, and for which version of the embedding.
+    struct Vectors
+    {
+        QString path;
+        quint64 version = 0;
+    };
+
+    /// Without `vectors`, records come without theirs, and none are kept.
+    IndexStore(const QString &folder,
+               const QString &fileName,
+               std::optional<Vectors> vectors,
+               QThreadPool &workers);
 
     [[nodiscard]] QCoro::Task<std::optional<QList<IndexedFile>>> load();
     // Shared, since it cannot be copied and passes through several coroutines.
@@ -43,6 +54,8 @@ public:
     [[nodiscard]] QCoro::Task<std::shared_ptr<Turn>>
     enter(std::optional<std::chrono::milliseconds> limit = std::nullopt);
     [[nodiscard]] QCoro::Task<Outcome<Success>> save(QList<IndexedFile> files);
+    /// Keeps the vectors alone, of an index that is saved already.
+    [[nodiscard]] QCoro::Task<void> saveVectors(QList<IndexedFile> files);
 
 private:
     /// What tells one written file from the next.
@@ -59,6 +72,7 @@ private:
         QString folder;
         QString path;
         QString lockPath;
+        std::optional<Vectors> vectors;
         QPointer<QThreadPool> workers; ///< gone with the store
         Turnstile turnstile{};
         std::optional<Version> version{}; ///< the file as last loaded or saved here
@@ -70,6 +84,7 @@ private:
                                                     std::optional<std::chrono::milliseconds> limit);
     static QCoro::Task<Outcome<Success>> save(std::shared_ptr<State> state,
                                               QList<IndexedFile> files);
+    static QCoro::Task<void> saveVectors(std::shared_ptr<State> state, QList<IndexedFile> files);
 
     // Shared with the tasks under way, which may outlive the store.
     std::shared_ptr<State> m_state;

@@ -6,8 +6,12 @@
 #include "Platform/MetadataItem.h"
 #include "Platform/MetadataQueryCommand.h"
 #include "Platform/PDFDocument.h"
+#include "Platform/SentenceEmbedding.h"
 
 #include <QHash>
+
+#include <algorithm>
+#include <atomic>
 
 /// Stand-ins for what the desktop gives.
 namespace dugwise::test {
@@ -89,6 +93,64 @@ public:
             use(FakePDFDocument(*at));
         return at != documents.cend();
     }
+};
+
+/// Finds the texts that a test puts in at a given distance from every request, and all others at 2.
+class FakeSentenceEmbedding final : public SentenceEmbedding
+{
+public:
+    QHash<QByteArray, double> distances;
+    quint64 number = 1;
+    mutable std::atomic<int> made = 0; ///< vectors of files
+
+    [[nodiscard]] quint64 version() const override { return number; }
+    [[nodiscard]] QString description() const override { return QStringLiteral("made up"); }
+    [[nodiscard]] std::unique_ptr<PassageEncoder> encoder() const override
+    {
+        return std::make_unique<Encoder>(*this);
+    }
+    [[nodiscard]] std::unique_ptr<PassageQuery> query(const QByteArray &) const override
+    {
+        return std::make_unique<Query>(*this);
+    }
+
+private:
+    static constexpr char kBetween = '|';
+
+    class Encoder final : public PassageEncoder
+    {
+    public:
+        explicit Encoder(const FakeSentenceEmbedding &embedding)
+            : m_embedding(embedding)
+        {}
+        [[nodiscard]] QByteArray vectors(const QByteArray &name,
+                                         const QByteArrayList &passages) override
+        {
+            ++m_embedding.made;
+            return (QByteArrayList{name} + passages).join(kBetween) + kBetween;
+        }
+
+    private:
+        const FakeSentenceEmbedding &m_embedding;
+    };
+
+    class Query final : public PassageQuery
+    {
+    public:
+        explicit Query(const FakeSentenceEmbedding &embedding)
+            : m_embedding(embedding)
+        {}
+        [[nodiscard]] double nearest(const QByteArray &vectors) const override
+        {
+            double least = 2;
+            for (const QByteArray &text : vectors.split(kBetween))
+                least = std::min(least, m_embedding.distances.value(text, 2));
+            return least;
+        }
+
+    private:
+        const FakeSentenceEmbedding &m_embedding;
+    };
 };
 
 /// Picks what a test has chosen, or cancels.

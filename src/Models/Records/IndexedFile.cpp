@@ -25,12 +25,13 @@ size_t qHash(const IndexedFileFields &fields, size_t seed)
 
 IndexedFile::IndexedFile()
 {
-    static const auto kEmpty = std::make_shared<const IndexedFileFields>();
-    m_fields = kEmpty;
+    static const auto kEmpty = std::make_shared<const Content>();
+    m_content = kEmpty;
 }
 
-IndexedFile::IndexedFile(IndexedFileFields fields)
-    : m_fields(std::make_shared<const IndexedFileFields>(std::move(fields)))
+IndexedFile::IndexedFile(IndexedFileFields fields, QByteArray passageVectors)
+    : m_content(
+        std::make_shared<const Content>(Content{std::move(fields), std::move(passageVectors)}))
 {}
 
 } // namespace dugwise

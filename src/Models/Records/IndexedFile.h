@@ -5,6 +5,7 @@
 #include "Models/Records/Instant.h"
 #include "Models/Records/TextContent.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QUuid>
 
@@ -41,23 +42,30 @@ class IndexedFile
 {
 public:
     IndexedFile();
-    explicit IndexedFile(IndexedFileFields fields);
+    explicit IndexedFile(IndexedFileFields fields, QByteArray passageVectors = {});
 
-    const IndexedFileFields &operator*() const { return *m_fields; }
-    const IndexedFileFields *operator->() const { return m_fields.get(); }
+    const IndexedFileFields &operator*() const { return m_content->fields; }
+    const IndexedFileFields *operator->() const { return &m_content->fields; }
+
+    /// The vectors of the name and text in a sentence embedding, which alone reads them; empty when
+    /// they are not made. They follow from the fields and are no part of comparing records.
+    [[nodiscard]] const QByteArray &passageVectors() const { return m_content->passageVectors; }
 
     friend bool operator==(const IndexedFile &a, const IndexedFile &b)
     {
-        return a.m_fields == b.m_fields || *a.m_fields == *b.m_fields;
+        return a.m_content == b.m_content || *a == *b;
     }
-    friend size_t qHash(const IndexedFile &file, size_t seed = 0)
-    {
-        return qHash(*file.m_fields, seed);
-    }
+    friend size_t qHash(const IndexedFile &file, size_t seed = 0) { return qHash(*file, seed); }
 
 private:
+    struct Content
+    {
+        IndexedFileFields fields;
+        QByteArray passageVectors;
+    };
+
     // Shared because records are immutable snapshots that live in many lists at once.
-    std::shared_ptr<const IndexedFileFields> m_fields;
+    std::shared_ptr<const Content> m_content;
 };
 
 } // namespace dugwise

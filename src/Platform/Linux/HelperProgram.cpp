@@ -9,15 +9,29 @@ using namespace Qt::StringLiterals;
 
 namespace dugwise {
 
-std::optional<QString> helperProgram(const QString &name)
+namespace {
+
+std::optional<QString> fileNearProgram(const QString &installedIn, const QString &name)
 {
     const QString here = QCoreApplication::applicationDirPath();
-    for (const QString &folder : {here, here + u"/../libexec/dugwise"_s}) {
-        const QFileInfo program(folder + u'/' + name);
-        if (program.isFile() && program.isExecutable())
-            return program.absoluteFilePath();
+    for (const QString &folder : {here, here + installedIn}) {
+        const QFileInfo file(folder + u'/' + name);
+        if (file.isFile())
+            return file.absoluteFilePath();
     }
     return std::nullopt;
+}
+
+} // namespace
+
+std::optional<QString> helperProgram(const QString &name)
+{
+    return fileNearProgram(u"/../libexec/dugwise"_s, name);
+}
+
+std::optional<QString> dataFile(const QString &name)
+{
+    return fileNearProgram(u"/../share/dugwise"_s, name);
 }
 
 } // namespace dugwise

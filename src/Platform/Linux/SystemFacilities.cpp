@@ -8,6 +8,7 @@
 #include "Platform/Platform.h"
 #include "Platform/Sandbox.h"
 #include "Platform/SandboxedPDFReader.h"
+#include "Platform/TableEmbedding.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +20,10 @@ void addSystemFacilities(Platform &platform)
     if (parser && Sandbox::isAvailable()) {
         platform.pdfDocuments = std::make_unique<SandboxedPDFReader>(
             *parser, platform.folders.cache + u"/unreadable"_s);
+    }
+    if (const auto path = dataFile(u"embedding.table"_s)) {
+        if (std::optional<EmbeddingTable> table = EmbeddingTable::open(*path))
+            platform.sentenceEmbedding = std::make_unique<TableEmbedding>(std::move(*table));
     }
     platform.metadataReader = desktopMetadataReader(platform.folders, platform.clock);
     if (const auto program = helperProgram(u"dugwise-mdfind"_s))

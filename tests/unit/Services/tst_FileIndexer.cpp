@@ -396,6 +396,37 @@ private Q_SLOTS:
             QCOMPARE(files().first()->extractedText->text(), *text);
     }
 
+    void keepsTheVectorsOfFiles()
+    {
+        writeFile(path(u"Documents/a.txt"_s), "text a");
+        writeFile(path(u"Documents/b.txt"_s), "text b");
+        auto owned = std::make_unique<FakeSentenceEmbedding>();
+        FakeSentenceEmbedding &embedding = *owned;
+        m_platform->sentenceEmbedding = std::move(owned);
+        const QString kept = m_platform->folders.cache + u"/vectors"_s;
+        const auto made = [&] {
+            const int before = embedding.made;
+            const bool isRight = launch() && files().size() == 2
+                                 && files()[0].passageVectors() == "a.txt|text a|"
+                                 && files()[1].passageVectors() == "b.txt|text b|";
+            return isRight ? embedding.made - before : -1;
+        };
+        QCOMPARE(made(), 2); // by the walk
+        QCOMPARE(made(), 0);
+        QVERIFY(QFile::remove(kept));
+        QCOMPARE(made(), 2);
+        writeFile(kept, "damaged");
+        QCOMPARE(made(), 2);
+        QCOMPARE(made(), 0);
+        embedding.number = 2;
+        QCOMPARE(made(), 2);
+        QCOMPARE(made(), 0);
+        writeFile(path(u"Documents/a.txt"_s), "changed");
+        m_indexer->reindexAll();
+        QVERIFY(settle(*m_indexer));
+        QCOMPARE(files()[0].passageVectors(), "a.txt|changed|");
+    }
+
     void letsThePersonPickAFolder()
     {
         writeFile(path(u"Projects/a.txt"_s), "A");

@@ -32,7 +32,8 @@ class FakeSemanticSearch final : public SemanticSearchService
 {
 public:
     explicit FakeSemanticSearch(Semantics &semantics)
-        : m_semantics(semantics)
+        : SemanticSearchService([] { return nullptr; })
+        , m_semantics(semantics)
     {}
     [[nodiscard]] QList<SemanticMatch> search(const QString &query,
                                               const QList<IndexedFile> &files,
