@@ -8,13 +8,19 @@
 //   --cases  requests and files: case, split, request, role (answer or distractor), name and text
 //            of a file, between tabs, below a line of titles
 #include "Platform/SentenceEncoder.h"
+#include "Platform/TableEmbedding.h"
+#include "Services/FileSearchService.h"
+#include "Services/RecordVectors.h"
+#include "Services/SemanticSearchService.h"
+#include "Utilities/FilePath.h"
+#include "Utilities/Text.h"
 
 #include <QFile>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <map>
+#include <functional>
 #include <numeric>
 #include <span>
 
@@ -97,64 +103,103 @@ bool judgeSentences(SentenceEncoder &encoder, const QString &path)
     return true;
 }
 
-struct File
-{
-    SentenceVector name;
-    SentenceVector text;
-};
-
 struct Request
 {
-    SentenceVector words;
-    std::size_t answer = 0; ///< number of the right file
+    QString words;
+    QString answer; ///< path of the right file
 };
 
-/// What the text or the name says, whichever is closer.
-double distance(const SentenceVector &request, const File &file)
+struct Cases
 {
-    return std::min(SentenceVector::cosineDistance(request, file.name),
-                    SentenceVector::cosineDistance(request, file.text));
-}
+    QList<IndexedFile> files; ///< in the order of their names, which favours nobody
+    std::vector<Request> requests;
+};
 
-/// Place of the right file among all, from 1 on.
-std::size_t rankOfAnswer(const Request &request, const std::vector<File> &files)
+Cases readCases(const QString &path, const SentenceEmbedding &embedding)
 {
-    const double wanted = distance(request.words, files[request.answer]);
-    const auto isCloser = [&](const File &file) { return distance(request.words, file) < wanted; };
-    return 1 + static_cast<std::size_t>(std::ranges::count_if(files, isCloser));
-}
-
-bool judgeSearch(SentenceEncoder &encoder, const QString &path)
-{
-    std::vector<File> files;
-    std::map<QByteArray, Request> requests;
+    Cases cases;
     for (const QList<QByteArray> &record : records(path, 6)) {
         if (record[0] == "case_id")
             continue;
+        IndexedFileFields fields{
+            .id = QUuid::createUuid(),
+            .name = QString::fromUtf8(record[4]),
+            .path = QString::fromUtf8("/cases/" + record[0] + '/' + record[4]),
+            .folderPath = QStringLiteral("/cases"),
+        };
+        fields.fileExtension = FilePath::fileExtension(fields.name);
+        if (!record[5].isEmpty())
+            fields.extractedText = makeTextContent(record[5]);
         if (record[3] == "answer")
-            requests[record[0]] = {encoder.encode(record[2].toStdString()), files.size()};
-        files.push_back(
-            {encoder.encodeName(record[4].toStdString()), encoder.encode(record[5].toStdString())});
+            cases.requests.push_back({QString::fromUtf8(record[2]), fields.path});
+        cases.files.append(IndexedFile(std::move(fields)));
     }
-    if (requests.empty())
-        return false;
+    std::ranges::sort(cases.files, {}, [](const IndexedFile &file) { return file->name; });
+    cases.files = withVectors(cases.files, &embedding, {});
+    return cases;
+}
+
+/// Where the right files of all requests are found.
+struct Places
+{
     double first = 0;
     double amongFive = 0;
+    double shown = 0; ///< among those that a search gives
     double reciprocal = 0;
-    for (const auto &[number, request] : requests) {
-        const std::size_t rank = rankOfAnswer(request, files);
-        first += rank == 1 ? 1 : 0;
-        amongFive += rank <= 5 ? 1 : 0;
-        reciprocal += 1 / static_cast<double>(rank);
+};
+
+/// `find` gives the paths that answer a request, the best first.
+void judge(const char *what, const Cases &cases, const std::function<QStringList(QString)> &find)
+{
+    Places places;
+    for (const Request &request : cases.requests) {
+        const qsizetype place = find(request.words).indexOf(request.answer);
+        places.first += place == 0 ? 1 : 0;
+        places.amongFive += place >= 0 && place < 5 ? 1 : 0;
+        places.shown += place >= 0 ? 1 : 0;
+        places.reciprocal += place >= 0 ? 1 / static_cast<double>(place + 1) : 0;
     }
-    const auto count = static_cast<double>(requests.size());
-    std::printf("%zu requests to %zu files: right file first %.0f %%, among five %.0f %%, mean "
+    const auto count = static_cast<double>(cases.requests.size());
+    std::printf("  %-24s right file first %3.0f %%, among five %3.0f %%, found %3.0f %%, mean "
                 "reciprocal rank %.3f\n",
-                requests.size(),
-                files.size(),
-                100 * first / count,
-                100 * amongFive / count,
-                reciprocal / count);
+                what,
+                100 * places.first / count,
+                100 * places.amongFive / count,
+                100 * places.shown / count,
+                places.reciprocal / count);
+}
+
+bool judgeSearch(const SentenceEmbedding &embedding, const QString &path)
+{
+    const Cases cases = readCases(path, embedding);
+    if (cases.requests.empty())
+        return false;
+    std::printf("%zu requests to %lld files\n",
+                cases.requests.size(),
+                static_cast<long long>(cases.files.size()));
+    const SemanticSearchService similar([&] { return &embedding; });
+    judge("by similarity alone", cases, [&](const QString &words) {
+        QStringList paths;
+        for (const SemanticMatch &match : similar.search(words, cases.files, 0, cases.files.size()))
+            paths.append(match.file->path);
+        return paths;
+    });
+    const SentenceEmbedding *const none = nullptr;
+    for (const SentenceEmbedding *const used : {none, &embedding}) {
+        const FileSearchService service(
+            std::make_unique<SemanticSearchService>([used] { return used; }),
+            SpotlightMetadataService(nullptr, nullptr),
+            Clock());
+        judge(used ? "file search with meaning" : "file search without",
+              cases,
+              [&](const QString &words) {
+                  QStringList paths;
+                  for (const SearchResult &result :
+                       service.search(words, std::nullopt, cases.files))
+                      paths.append(result.file->path);
+                  return paths;
+              });
+    }
     return true;
 }
 
@@ -171,16 +216,18 @@ int main(int count, char **values)
     const std::vector<const char *> arguments(values + std::min(count, 1), values + count);
     if (arguments.empty() || arguments.size() % 2 == 0)
         return fail("usage: TABLE [--sts FILE.csv] [--cases FILE.tsv]...");
-    const auto table = EmbeddingTable::open(QFile::decodeName(arguments.front()));
+    const QString path = QFile::decodeName(arguments.front());
+    std::optional<EmbeddingTable> table = EmbeddingTable::open(path);
     if (!table)
         return fail("no table there");
     SentenceEncoder encoder(*table);
+    const TableEmbedding embedding(*EmbeddingTable::open(path));
     for (std::size_t i = 1; i < arguments.size(); i += 2) {
         const std::string_view option = arguments[i];
-        const QString path = QFile::decodeName(arguments[i + 1]);
+        const QString file = QFile::decodeName(arguments[i + 1]);
         if (option != "--sts" && option != "--cases")
             return fail("unknown option");
-        if (!(option == "--sts" ? judgeSentences(encoder, path) : judgeSearch(encoder, path)))
+        if (!(option == "--sts" ? judgeSentences(encoder, file) : judgeSearch(embedding, file)))
             return fail("nothing to read there");
     }
     return 0;
