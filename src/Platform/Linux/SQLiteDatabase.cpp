@@ -49,18 +49,6 @@ SQLiteStatement::SQLiteStatement(sqlite3_stmt *statement)
     : m_statement(statement)
 {}
 
-void SQLiteStatement::bindText(int parameter, const QString &value)
-{
-    const QByteArray utf8 = value.toUtf8();
-    if (m_statement)
-        sqlite3_bind_text64(m_statement.get(),
-                            parameter,
-                            utf8.constData(),
-                            static_cast<sqlite3_uint64>(utf8.size()),
-                            SQLITE_TRANSIENT, // NOLINT(*): its definition casts
-                            SQLITE_UTF8);
-}
-
 bool SQLiteStatement::step()
 {
     return m_statement && sqlite3_step(m_statement.get()) == SQLITE_ROW;
@@ -93,21 +81,22 @@ void SQLiteStatement::Finalizer::operator()(sqlite3_stmt *statement) const
     sqlite3_finalize(statement);
 }
 
-SQLiteDatabase::SQLiteDatabase(const QString &path, Access access, std::stop_token stop)
+SQLiteDatabase::SQLiteDatabase(const QString &path, std::stop_token stop)
     : m_stop(std::make_unique<std::stop_token>(std::move(stop)))
 {
     sqlite3 *database = nullptr;
-    const int mode = access == Access::readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-    const int result = sqlite3_open_v2(
-        QFile::encodeName(path).constData(), &database, mode | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int result = sqlite3_open_v2(QFile::encodeName(path).constData(),
+                                       &database,
+                                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
+                                       nullptr);
     m_database.reset(database); // to be closed even where it could not be opened
     if (result != SQLITE_OK) {
         m_database.reset();
         return;
     }
     distrust(database);
-    if (access == Access::privateCopy) // no file of shared memory beside it
-        sqlite3_exec(database, "PRAGMA locking_mode = EXCLUSIVE", nullptr, nullptr, nullptr);
+    // No file of shared memory beside it.
+    sqlite3_exec(database, "PRAGMA locking_mode = EXCLUSIVE", nullptr, nullptr, nullptr);
     sqlite3_progress_handler(database, kStepsBetweenStops, isStopped, m_stop.get());
 }
 

@@ -19,8 +19,6 @@ class SQLiteStatement
 public:
     explicit SQLiteStatement(sqlite3_stmt *statement = nullptr);
 
-    /// Parameters count from 1.
-    void bindText(int parameter, const QString &value);
     /// Goes to the next row; false when there is none, or on an error or a stop.
     [[nodiscard]] bool step();
 
@@ -38,20 +36,15 @@ private:
     std::unique_ptr<sqlite3_stmt, Finalizer> m_statement;
 };
 
-/// A database of another program, read with distrust: no statement changes it, and nothing in its
-/// schema runs (views, triggers and functions are off). For one thread at a time.
+/// A private copy of another program's database, read with distrust: no statement changes it, and
+/// nothing in its schema runs (views, triggers and functions are off). Opening it may roll back
+/// what its writer left unfinished. For one thread at a time.
 class SQLiteDatabase
 {
 public:
-    enum class Access {
-        readOnly,    ///< leaves the files alone
-        privateCopy, ///< may roll back what its writer left unfinished, as a reader of its own
-                     ///< files
-    };
-
     /// One that is not open.
     SQLiteDatabase() = default;
-    SQLiteDatabase(const QString &path, Access access, std::stop_token stop);
+    SQLiteDatabase(const QString &path, std::stop_token stop);
 
     /// Whether it is open and a database; reads its first page.
     [[nodiscard]] bool isReadable() const;

@@ -97,7 +97,7 @@ openDatabaseCopy(const QString &path, const QString &cacheFolder, const std::sto
         const QString copy = folder.path() + "/copy"_L1;
         if (!copyFiles(before, copy) || !isUndisturbed(before, databaseState(path)))
             continue; // written or closed meanwhile
-        SQLiteDatabase database(copy, SQLiteDatabase::Access::privateCopy, stop);
+        SQLiteDatabase database(copy, stop);
         // SQLite has its files open from here on, and the folder goes.
         if (database.isReadable())
             return database;

@@ -28,10 +28,10 @@ private Q_SLOTS:
                        "INSERT INTO t VALUES ('ü''\"', 'text'), ('n', 12.5),"
                        "('big', 9007199254740993), ('none', NULL), ('bad', x'ff41'),"
                        "('mark', x'efbbbf41')");
-        const SQLiteDatabase database(path(), SQLiteDatabase::Access::readOnly, {});
+        const SQLiteDatabase database(path(), {});
         const auto row = [&](const QString &key) {
-            SQLiteStatement statement = database.prepare("SELECT x FROM t WHERE k = ?1");
-            statement.bindText(1, key);
+            const QByteArray sql = "SELECT x FROM t WHERE k = " + quoted(key);
+            SQLiteStatement statement = database.prepare(sql.constData());
             return statement.step() ? std::optional(std::move(statement)) : std::nullopt;
         };
         QCOMPARE(row(u"ü'\""_s)->text(0), u"text"_s);
@@ -62,19 +62,16 @@ private Q_SLOTS:
         SampleDatabase(path(),
                        "CREATE TABLE t (x); INSERT INTO t VALUES (1);"
                        "CREATE VIEW v AS SELECT 1");
-        using Access = SQLiteDatabase::Access;
-        for (const Access access : {Access::readOnly, Access::privateCopy}) {
-            const SQLiteDatabase database(path(), access, {});
-            QVERIFY(database.isReadable());
-            QVERIFY(!database.prepare(sql.constData()).step());
-        }
+        const SQLiteDatabase database(path(), {});
+        QVERIFY(database.isReadable());
+        QVERIFY(!database.prepare(sql.constData()).step());
     }
 
     void stopsSoon()
     {
         SampleDatabase(path(), "CREATE TABLE t (x)");
         std::stop_source stop;
-        const SQLiteDatabase database(path(), SQLiteDatabase::Access::readOnly, stop.get_token());
+        const SQLiteDatabase database(path(), stop.get_token());
         SQLiteStatement endless = database.prepare("WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL "
                                                    "SELECT x + 1 FROM n) SELECT max(x) FROM n");
         stop.request_stop();
@@ -84,8 +81,7 @@ private Q_SLOTS:
     void isNotReadable()
     {
         QVERIFY(!SQLiteDatabase().isReadable());
-        using Access = SQLiteDatabase::Access;
-        QVERIFY(!SQLiteDatabase(path(), Access::privateCopy, {}).isReadable());
+        QVERIFY(!SQLiteDatabase(path(), {}).isReadable());
         QVERIFY(!QFile::exists(path()));
         QCOMPARE(::mkfifo(path().toUtf8().constData(), 0600), 0);
         QVERIFY(!copy().isReadable()); // and does not wait for a writer
@@ -96,7 +92,7 @@ private Q_SLOTS:
         SampleDatabase held(path(),
                             "PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = WAL;"
                             "CREATE TABLE t (x); INSERT INTO t VALUES ('in the log')");
-        QVERIFY(!SQLiteDatabase(path(), SQLiteDatabase::Access::readOnly, {}).isReadable());
+        QVERIFY(!SQLiteDatabase(path(), {}).isReadable());
         const SQLiteDatabase database = copy();
         SQLiteStatement rows = database.prepare("SELECT x FROM t");
         QVERIFY(rows.step());
