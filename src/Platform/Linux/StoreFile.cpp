@@ -5,10 +5,13 @@
 #include "Platform/FileDescriptor.h"
 #include "Platform/StandardFolders.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <fcntl.h>
+#include <sys/file.h>
+#include <sys/sendfile.h>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +22,7 @@ namespace {
 
 constexpr int kHead = 32; // the header of a write-ahead log, https://sqlite.org/fileformat2.html
 constexpr qint64 kLargestDatabase = qint64{2} * 1024 * 1024 * 1024;
+constexpr qint64 kPiece = qint64{1024} * 1024; // bytes copied between two looks at a stop
 constexpr int kAttempts = 3;
 
 FileDescriptor openStoreFile(const QString &path, struct stat &facts)
@@ -37,14 +41,55 @@ bool isUndisturbed(const QList<StoreFileState> &before, const QList<StoreFileSta
     return before[0] == after[0] && before[1].head == after[1].head && before[2] == after[2];
 }
 
-bool copyFiles(const QList<StoreFileState> &files, const QString &copy)
+/// Copies what the file had when its state was taken.
+bool copyFile(const StoreFileState &file, const QString &copy, const std::stop_token &stop)
+{
+    struct stat facts = {};
+    const FileDescriptor from = openStoreFile(file.path, facts);
+    const FileDescriptor to(::open(QFile::encodeName(copy).constData(),
+                                   O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                                   S_IRUSR | S_IWUSR));
+    qint64 left = file.size;
+    while (from && to && left > 0 && !stop.stop_requested()) {
+        const auto piece = static_cast<std::size_t>(std::min(left, kPiece));
+        const ssize_t size = ::sendfile(to.get(), from.get(), nullptr, piece);
+        if (size <= 0)
+            break;
+        left -= size;
+    }
+    return from && to && left == 0;
+}
+
+bool copyFiles(const QList<StoreFileState> &files, const QString &copy, const std::stop_token &stop)
 {
     const QString original = files.first().path;
     for (const StoreFileState &file : files) {
-        if (file.exists && !QFile::copy(file.path, copy + file.path.sliced(original.size())))
+        if (file.exists && !copyFile(file, copy + file.path.sliced(original.size()), stop))
             return false;
     }
     return true;
+}
+
+/// Marks the folder as in use for as long as the descriptor lives; an invalid one where it is in
+/// use already. The system drops the mark when the process dies (flock(2)).
+FileDescriptor inUse(const QString &folder)
+{
+    FileDescriptor held(::open(QFile::encodeName(folder).constData(),
+                               O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!held || ::flock(held.get(), LOCK_EX | LOCK_NB) != 0)
+        return {};
+    return held;
+}
+
+/// Removes the copies of programs that died over them.
+void removeAbandonedCopies(const QString &cacheFolder)
+{
+    const QDir cache(cacheFolder);
+    for (const QString &name : cache.entryList({u"store-*"_s}, QDir::Dirs | QDir::NoSymLinks)) {
+        const QString folder = cache.filePath(name);
+        if (const FileDescriptor held = inUse(folder))
+            QDir(folder).removeRecursively();
+    }
 }
 
 } // namespace
@@ -88,15 +133,20 @@ SQLiteDatabase
 openDatabaseCopy(const QString &path, const QString &cacheFolder, const std::stop_token &stop)
 {
     makePrivateFolder(cacheFolder);
+    removeAbandonedCopies(cacheFolder);
     for (int attempt = 0; attempt < kAttempts && !stop.stop_requested(); ++attempt) {
         const QList<StoreFileState> before = databaseState(path);
         if (!before[0].exists || before[0].size + before[1].size > kLargestDatabase)
             break;
         // Made with mkdtemp(3): for its owner only.
         QTemporaryDir folder(cacheFolder + "/store-XXXXXX"_L1);
+        if (!folder.isValid())
+            break;
+        const FileDescriptor held = inUse(folder.path());
         const QString copy = folder.path() + "/copy"_L1;
-        if (!copyFiles(before, copy) || !isUndisturbed(before, databaseState(path)))
-            continue; // written or closed meanwhile
+        // Else the store was written or closed meanwhile, or another took the folder for abandoned.
+        if (!held || !copyFiles(before, copy, stop) || !isUndisturbed(before, databaseState(path)))
+            continue;
         SQLiteDatabase database(copy, stop);
         // SQLite has its files open from here on, and the folder goes.
         if (database.isReadable())

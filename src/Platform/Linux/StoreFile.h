@@ -33,8 +33,9 @@ struct StoreFileState
 [[nodiscard]] std::optional<QByteArray> readStoreFile(const QString &path, qint64 most);
 
 /// Opens a private copy of a database and its logs, which a running program may have locked: the
-/// original is neither locked nor written. The copy is made in `cacheFolder`, and nothing is left
-/// of it on the disk even while it is read. Not readable where it cannot be copied.
+/// original is neither locked nor written. The copy is made in `cacheFolder` and has no name any
+/// more once it is open; what a program that died before left there is removed first. Not readable
+/// where it cannot be copied, or not before a stop.
 [[nodiscard]] SQLiteDatabase
 openDatabaseCopy(const QString &path, const QString &cacheFolder, const std::stop_token &stop);
 

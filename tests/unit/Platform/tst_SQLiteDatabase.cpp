@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/FileDescriptor.h"
 #include "Platform/Linux/SQLiteDatabase.h"
 #include "Platform/Linux/StoreFile.h"
 #include "support/SampleFiles.h"
@@ -8,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -87,6 +90,13 @@ private Q_SLOTS:
         QVERIFY(!copy().isReadable()); // and does not wait for a writer
     }
 
+    void isNotReadableWithoutACacheFolder()
+    {
+        SampleDatabase(path(), "CREATE TABLE t (x)");
+        QVERIFY(copy().isReadable());
+        QVERIFY(!openDatabaseCopy(path(), path() + u"/cache"_s, {}).isReadable());
+    }
+
     void copiesWhatIsLocked()
     {
         SampleDatabase held(path(),
@@ -100,6 +110,22 @@ private Q_SLOTS:
         QVERIFY(QDir(cache()).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot));
         held.run("INSERT INTO t VALUES ('later')"); // its writer goes on
         QVERIFY(!rows.step());
+    }
+
+    void removesAbandonedCopies()
+    {
+        SampleDatabase(path(), "CREATE TABLE t (x)");
+        const QString abandoned = cache() + u"/store-abandoned/copy"_s;
+        const QString used = cache() + u"/store-used/copy"_s;
+        const QString another = cache() + u"/unreadable"_s;
+        for (const QString &file : {abandoned, used, another})
+            writeFile(file, "x");
+        const FileDescriptor user(
+            ::open(qPrintable(cache() + u"/store-used"_s), O_RDONLY | O_DIRECTORY));
+        QCOMPARE(::flock(user.get(), LOCK_EX), 0);
+        QVERIFY(copy().isReadable());
+        QVERIFY(!QFile::exists(cache() + u"/store-abandoned"_s));
+        QVERIFY(QFile::exists(used) && QFile::exists(another));
     }
 
 private:
