@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Helpers/dugwise-mdfind/FoundPaths.h"
 
+#include "Platform/Linux/StoreFacts.h"
 #include "Utilities/Text.h"
 
 namespace dugwise {
@@ -26,13 +27,15 @@ QStringList lines(const QByteArrayList &paths)
 
 } // namespace
 
-std::optional<QString> pathOfUri(const QByteArray &uri)
+QStringList pathsOfUris(const QByteArrayList &uris)
 {
-    constexpr QByteArrayView kScheme = "file://";
-    if (!uri.startsWith(kScheme))
-        return std::nullopt;
-    const QByteArray path = QByteArray::fromPercentEncoding(uri.mid(kScheme.size()));
-    return isLine(path) ? std::optional(toQString(view(path))) : std::nullopt;
+    QStringList paths;
+    for (const QByteArray &uri : uris) {
+        const auto path = pathOfFileUri(toQString(view(uri)));
+        if (path && !path->contains(u'\n'))
+            paths.append(*path);
+    }
+    return paths;
 }
 
 QStringList pathsOfLines(const QByteArray &output)

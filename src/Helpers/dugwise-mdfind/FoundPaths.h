@@ -2,17 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QByteArray>
+#include <QByteArrayList>
 #include <QStringList>
-
-#include <optional>
 
 /// What the search services print, as paths. Left out is what cannot be told one path a line: names
 /// that are not UTF-8 or have a line feed in them.
 namespace dugwise {
 
-/// The local path of a file: URI (RFC 8089).
-[[nodiscard]] std::optional<QString> pathOfUri(const QByteArray &uri);
+/// Of each file: URI of this machine.
+[[nodiscard]] QStringList pathsOfUris(const QByteArrayList &uris);
 
 /// One path a line.
 [[nodiscard]] QStringList pathsOfLines(const QByteArray &output);

@@ -207,11 +207,7 @@ QStringList query(const SearchRequest &request)
         uris = filesWith(connection.get(), contents(), words);
         uris += filesWith(connection.get(), names(), words);
     }
-    QStringList paths;
-    for (const QByteArray &uri : std::as_const(uris)) {
-        if (const auto path = pathOfUri(uri))
-            paths.append(*path);
-    }
+    QStringList paths = pathsOfUris(uris);
     paths.removeDuplicates();
     paths.resize(std::min(paths.size(), kMostPathsOfOneService));
     return paths;
