@@ -80,7 +80,8 @@ int main(int argc, char *argv[])
     }
     const QCoreApplication application(argc, argv);
     std::stop_source stop;
-    QTimer::singleShot(kLongestWait, &application, [&stop] { stop.request_stop(); });
+    QTimer::singleShot(
+        kLongestWait, Qt::PreciseTimer, &application, [&stop] { stop.request_stop(); });
     const QStringList paths = QCoro::waitFor(foundPaths(*request, stop.get_token()));
     for (const QString &path : paths)
         std::puts(path.toUtf8().constData());
