@@ -7,10 +7,44 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtEndian>
+
+#include <climits>
 
 using namespace Qt::StringLiterals;
 using namespace dugwise;
 using namespace dugwise::test;
+
+namespace {
+
+QByteArray bigEndian(quint32 value)
+{
+    QByteArray bytes(4, '\0');
+    qToBigEndian(value, bytes.data());
+    return bytes;
+}
+
+quint32 crc32(const QByteArray &bytes)
+{
+    quint32 sum = 0xFFFF'FFFF;
+    for (const char byte : bytes) {
+        sum ^= static_cast<uchar>(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            sum = (sum >> 1) ^ ((sum & 1) != 0 ? 0xEDB8'8320 : 0);
+    }
+    return ~sum;
+}
+
+QByteArray journalEntry(char operation, const QByteArrayList &strings)
+{
+    QByteArray rest = QByteArray(8, '\0') + operation + strings.join('\0') + '\0';
+    rest.append((4 - rest.size() % 4) % 4, '\0');
+    const QByteArray size = bigEndian(static_cast<quint32>(rest.size() + 12));
+    rest.append(size);
+    return size + bigEndian(crc32(rest)) + rest;
+}
+
+} // namespace
 
 /// Reads what the real GVFS has written: on a session bus of its own, for one run of this test.
 class TstGvfsMetadata : public QObject
@@ -65,10 +99,10 @@ private Q_SLOTS:
         const QByteArray sound = readFile(tree(u"full"_s));
         for (qsizetype at = 0; at < sound.size(); at += at < 400 ? 3 : 301) {
             writeFile(broken, sound.first(at));
-            QVERIFY(readGvfsMetadata(broken, {}).downloads.size() <= kExpected.size());
+            QVERIFY(readGvfsMetadata(broken, {}, {}).downloads.size() <= kExpected.size());
             // A wrong length may make entries of other bytes, as many as there is room for.
             writeFile(broken, QByteArray(sound).replace(at, 4, "\xff\xff\xff\xff"));
-            QVERIFY(readGvfsMetadata(broken, {}).downloads.size() <= sound.size() / 16);
+            QVERIFY(readGvfsMetadata(broken, {}, {}).downloads.size() <= sound.size() / 16);
         }
     }
 
@@ -81,7 +115,7 @@ private Q_SLOTS:
         const QString first = u"/Downloads/a.pdf"_s;
         const auto addressAfter = [&](const QByteArray &content) {
             writeFile(journal, content);
-            return readGvfsMetadata(broken, {}).downloads.value(first).value(0).source;
+            return readGvfsMetadata(broken, {}, {}).downloads.value(first).value(0).source;
         };
         const qsizetype second = log.indexOf("https://a.example/a.pdf");
         QVERIFY(second > 0);
@@ -94,6 +128,48 @@ private Q_SLOTS:
             const QString address = addressAfter(QByteArray(log).replace(at, 1, "\xa5"));
             QVERIFY(address.isEmpty() || address == u"https://old.example/"_s);
         }
+    }
+
+    void endsWithAJournalThatDoubles_data()
+    {
+        QTest::addColumn<qsizetype>("lengthOfNames");
+        QTest::addColumn<bool>("endsEarly");
+        QTest::newRow("many") << qsizetype{2} << true;
+        QTest::newRow("long") << qsizetype{3000} << false;
+    }
+    void endsWithAJournalThatDoubles()
+    {
+        QFETCH(const qsizetype, lengthOfNames);
+        QFETCH(const bool, endsEarly);
+        constexpr quint32 kCopies = 40;
+        const auto setAddress = [](const QByteArray &path) {
+            return journalEntry(0, {path, "download-uri", "https://a.example/"});
+        };
+        QByteArray entries = setAddress("/a/x");
+        for (quint32 i = 10; i < 10 + kCopies; ++i) { // each folder into itself
+            const QByteArray name = QByteArray::number(i).repeated(lengthOfNames / 2);
+            entries += journalEntry(3, {"/a/" + name, "/a"});
+        }
+        entries += setAddress("/end");
+        const QString doubling = home() + u"/doubling"_s;
+        writeFile(doubling, readFile(tree(u"journal"_s)));
+        const StoreFileState log = gvfsTreeState(doubling)[1];
+        const QByteArray tag = readFile(doubling).mid(12, 4);
+        writeFile(log.path,
+                  QByteArray("\xda\x1ajour\x01\x00", 8) + tag
+                      + bigEndian(static_cast<quint32>(entries.size() + 20))
+                      + bigEndian(kCopies + 2) + entries);
+        const StoreFacts facts = readGvfsMetadata(doubling, {}, {});
+        const QString first = u"/a/"_s + u"10"_s.repeated(lengthOfNames / 2) + u"/x"_s;
+        QVERIFY(facts.downloads.contains(first));
+        QCOMPARE(facts.downloads.contains(u"/end"_s), !endsEarly);
+        QVERIFY(facts.downloads.size() <= 2 * kMostStoreRecords);
+        for (const auto &[path, downloads] : facts.downloads.asKeyValueRange())
+            QVERIFY(path.size() < PATH_MAX);
+
+        std::stop_source stop;
+        stop.request_stop();
+        QVERIFY(readGvfsMetadata(doubling, {}, stop.get_token()).downloads.isEmpty());
     }
 
 private:
@@ -141,7 +217,7 @@ cp -r "$XDG_DATA_HOME/gvfs-metadata" "$HOME/full"
     [[nodiscard]] QMap<QString, QString> sources(const QString &copy) const
     {
         QMap<QString, QString> found;
-        const StoreFacts facts = readGvfsMetadata(tree(copy), u"/home/me"_s);
+        const StoreFacts facts = readGvfsMetadata(tree(copy), u"/home/me"_s, {});
         for (const auto &[path, downloads] : facts.downloads.asKeyValueRange())
             found.insert(path.mid(8), downloads.first().source);
         return found;
