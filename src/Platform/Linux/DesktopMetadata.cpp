@@ -91,8 +91,8 @@ StoreFacts readStore(const MetadataStore &store,
     case MetadataStore::chromium:
         return readChromiumDownloads(copy(), now);
     case MetadataStore::gvfs:
-        return readGvfsMetadata(store.path,
-                                FilePath::name(store.path) == "home"_L1 ? folders.home : QString());
+        return readGvfsMetadata(
+            store.path, FilePath::name(store.path) == "home"_L1 ? folders.home : QString(), stop);
     case MetadataStore::recentlyUsed:
         return readRecentlyUsed(readStoreFile(store.path, kLargestXbel).value_or(QByteArray()),
                                 now);
@@ -129,17 +129,18 @@ public:
         MetadataItem item;
         item.lastUsedDate = lastUse(path);
         item.contentType = contentTypeOf(path);
-        std::optional<Download> download = downloadAttributes(path);
-        if (!download)
-            download = recordedDownload(path);
+        const std::optional<Download> attributes = downloadAttributes(path);
+        const std::optional<Download> recorded = recordedDownload(path);
+        const std::optional<Download> &download = attributes ? attributes : recorded;
         if (!download)
             return item;
-        item.whereFroms = QStringList{download->source, download->referrer};
+        if (!download->source.isEmpty()) // else the page that led to it would pass for it
+            item.whereFroms = QStringList{download->source, download->referrer};
         item.whereFroms.removeAll(QString());
-        if (!download->date)
-            download->date = bornDate(path);
-        if (download->date)
-            item.downloadedDate.append(*download->date);
+        // Attributes have no date of their own.
+        const auto date = recorded && recorded->date ? recorded->date : bornDate(path);
+        if (date)
+            item.downloadedDate.append(*date);
         return item;
     }
 
@@ -163,13 +164,16 @@ private:
         return newest;
     }
 
-    /// The newest record that can be of the file as it is now; browsers before GVFS, whose record
-    /// has no date.
+    /// The newest record that can be of the file as it is now, of the first kind of store that has
+    /// one.
     [[nodiscard]] std::optional<Download> recordedDownload(const QString &path) const
     {
         const Download *newest = nullptr;
+        MetadataStore::Kind kind = MetadataStore::firefox;
         std::optional<FileAttributes> attributes;
         for (const ReadStore &read : m_stores) {
+            if (newest && read.store.kind != kind)
+                break;
             const auto at = read.facts->downloads.constFind(path);
             if (at == read.facts->downloads.cend())
                 continue;
@@ -181,6 +185,7 @@ private:
                 if (canBe && (!newest || newest->date < download.date))
                     newest = &download;
             }
+            kind = read.store.kind;
         }
         return newest ? std::optional(*newest) : std::nullopt;
     }

@@ -146,21 +146,32 @@ private Q_SLOTS:
         const auto deleted = with(b, [](auto &d) { d.deleted = true; });
         const auto elsewhere = with(b, [](auto &d) { d.path = u"/elsewhere"_s; });
         const auto sizeless = with(a, [](auto &d) { d.size = 0; });
-        const auto ofData = with(b, [](auto &d) {
-            d.address = u"data:text/plain,12345"_s;
-            d.page = u"http://page.example/"_s;
-        });
+        const auto ofPage = [&](const QString &address) {
+            return with(b, [&](auto &d) {
+                d.address = address;
+                d.page = u"http://page.example/"_s;
+            });
+        };
+        const auto data = ofPage(u"data:text/plain,12345"_s);
+        const auto blob = ofPage(u"blob:http://made.example/0d3c"_s);
         const auto redirected =
             with(b, [](auto &d) { d.firstAddress = u"http://first.example/"_s; });
         row("newest of a browser", {a, b}, {}, {b.address}, day2);
-        row("newest of both", one(a), one(b), {b.address}, day2);
+        row("Firefox before Chromium", one(a), one(b), {a.address}, day1);
+        row("another size in Firefox", one(larger), one(a), {a.address}, day1);
         row("another size", {larger, a}, {}, {a.address}, day1);
         row("another size alone", one(larger), one(larger), {});
         row("no size", one(sizeless), {}, {a.address}, day1);
         row("unfinished", one(unfinished), one(unfinished), {});
         row("deleted", {deleted, a}, {}, {a.address}, day1);
         row("another path", one(elsewhere), one(elsewhere), {});
-        row("made by a page", one(a), one(ofData), {u"http://page.example/"_s}, day2);
+        row("the page of none", one(data), {}, {}, day2);
+        row("the page of none in Chromium", {}, one(data), {}, day2);
+        row("made by a page",
+            one(blob),
+            one(a),
+            {u"http://made.example"_s, u"http://page.example/"_s},
+            day2);
         row("redirected", {}, one(redirected), {b.address}, day2);
     }
     void takesTheRightRecord()
@@ -240,14 +251,25 @@ private Q_SLOTS:
         QCOMPARE(describeMetadataStores(m_home->platform.folders), QStringList{line});
     }
 
-    void prefersTheAttribute()
+    void datesAnAttributeByTheRecord_data()
     {
+        QTest::addColumn<qint64>("size"); // in the record
+        QTest::addColumn<bool>("isDated");
+        QTest::newRow("of this file") << qint64{5} << true;
+        QTest::newRow("of another size") << qint64{6} << false;
+    }
+    void datesAnAttributeByTheRecord()
+    {
+        QFETCH(const qint64, size);
+        QFETCH(const bool, isDated);
+        const Instant end = at(u"2026-01-01T00:00:00Z"_s);
         SampleFirefox firefox(path(u".mozilla/firefox/x"_s));
-        firefox.add(atFile({.address = u"http://firefox.example/"_s, .end = kNow}));
+        firefox.add(atFile({.address = u"http://firefox.example/"_s, .end = end, .size = size}));
         if (!setAttribute("user.xdg.origin.url", "http://attribute.example/"))
             QSKIP(kNoAttributes);
-        QCOMPARE(read().whereFroms, QStringList{u"http://attribute.example/"_s});
-        QVERIFY(read().downloadedDate != QList<Instant>{kNow});
+        const MetadataItem item = read();
+        QCOMPARE(item.whereFroms, QStringList{u"http://attribute.example/"_s});
+        QCOMPARE(item.downloadedDate.value(0) == end, isDated);
     }
 
     void takesTheNewestUse()
