@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Indexes a folder of text files through the event loop and watches how long that is ever held.
-// usage: bench_walk [FILES]
+// usage: bench_walk [FILES [TABLE]]     (with a table, vectors are made too)
 
 #include "Measure.h"
 #include "Platform/Platform.h"
+#include "Platform/TableEmbedding.h"
 #include "SampleText.h"
 #include "Services/FileIndexer.h"
 
@@ -53,7 +54,13 @@ int main(int argc, char *argv[])
                        .desktop = {},
                        .data = home.filePath(QStringLiteral("data")),
                        .config = home.filePath(QStringLiteral("config")),
-                       .cache = {}});
+                       .cache = home.filePath(QStringLiteral("cache"))});
+    if (const QString path = QCoreApplication::arguments().value(2); !path.isEmpty()) {
+        std::optional<EmbeddingTable> table = EmbeddingTable::open(path);
+        if (!table)
+            qFatal("no table at %s", qPrintable(path));
+        platform.sentenceEmbedding = std::make_unique<TableEmbedding>(std::move(*table));
+    }
     double longestGap = 0;
     Stopwatch sinceTick;
     QTimer ticks;

@@ -6,6 +6,8 @@
 #include "Utilities/Text.h"
 
 #include <algorithm>
+#include <span>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -23,6 +25,29 @@ struct Scored
     double score = 0;
     qsizetype position = 0; ///< in the list of files
 };
+
+std::vector<std::string_view> wordsOf(std::string_view text)
+{
+    std::vector<std::string_view> words;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find(' ', at), text.size());
+        if (end > at)
+            words.push_back(text.substr(at, end - at));
+        at = end + 1;
+    }
+    return words;
+}
+
+QByteArray joined(std::span<const std::string_view> words)
+{
+    QByteArray text;
+    for (const std::string_view word : words) {
+        if (!text.isEmpty())
+            text.append(' ');
+        text.append(word.data(), std::ssize(word));
+    }
+    return text;
+}
 
 } // namespace
 
@@ -77,13 +102,15 @@ QByteArray SemanticSearchService::vectors(const IndexedFileFields &file, Passage
 
 QByteArrayList chunkText(const QByteArray &text, qsizetype chunkSize, qsizetype overlap)
 {
-    QByteArrayList words = text.split(' ');
-    words.removeAll({});
-    if (words.size() <= chunkSize)
+    const std::vector<std::string_view> words = wordsOf(view(text));
+    const qsizetype count = std::ssize(words);
+    if (count <= chunkSize)
         return {text};
     QByteArrayList chunks;
-    for (qsizetype start = 0; start < words.size(); start += chunkSize - overlap)
-        chunks.append(words.mid(start, chunkSize).join(' '));
+    for (qsizetype start = 0; start < count; start += chunkSize - overlap) {
+        const auto length = static_cast<std::size_t>(std::min(chunkSize, count - start));
+        chunks.append(joined(std::span(words).subspan(static_cast<std::size_t>(start), length)));
+    }
     return chunks;
 }
 
