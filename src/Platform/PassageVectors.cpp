@@ -98,14 +98,14 @@ std::int32_t meaningProduct(const std::uint8_t *codes, const std::int16_t *value
     return sum;
 }
 
-/// Of the quarter in the pair of bits at `shift`, which is known when this is compiled, for the
+/// Of the quarter in the pair of bits at `Shift`, which is known when this is compiled, for the
 /// sake of those instructions.
-template <unsigned shift>
+template <unsigned Shift>
 std::int32_t quarterProduct(const std::uint8_t *codes, const std::int16_t *values)
 {
     std::int32_t sum = 0;
     for (std::size_t i = 0; i < kIdentityBytes; ++i) {
-        const auto code = static_cast<std::int16_t>((codes[i] >> shift) & 3U);
+        const auto code = static_cast<std::int16_t>((codes[i] >> Shift) & 3U);
         sum += code * values[i];
     }
     return sum;

@@ -274,6 +274,28 @@ private Q_SLOTS:
         QCOMPARE(run({u"preview"_s}).exitCode, 2);
     }
 
+    void meaningAloneFindsFiles()
+    {
+        writeFile(path(u"Desktop/beach_trip_3.jpg"_s), "not really");
+        const auto first = [this](const QStringList &options, const QString &request) {
+            const Outcome answer =
+                run(QStringList{u"ask"_s, u"--json"_s} + options + QStringList{request});
+            const QJsonObject result = answer.json()["results"_L1][0].toObject();
+            const bool isSemantic =
+                result["matchReasons"_L1].toArray().contains(u"Semantic match"_s);
+            return result["name"_L1].toString() + (isSemantic ? u" by meaning"_s : u""_s);
+        };
+        QCOMPARE(first({}, u"vacation at the sea"_s), u"beach_trip_3.jpg by meaning"_s);
+        QVERIFY(!first({u"--no-semantic"_s}, u"vacation at the sea"_s).endsWith(u"meaning"_s));
+        // What is kept between runs may be lost at any time.
+        const QString kept = path(u".cache/Dugwise/vectors"_s);
+        const QByteArray vectors = readFile(kept);
+        QVERIFY(!vectors.isEmpty());
+        writeFile(kept, "damaged");
+        QCOMPARE(first({}, u"vacation at the sea"_s), u"beach_trip_3.jpg by meaning"_s);
+        QCOMPARE(readFile(kept), vectors);
+    }
+
     void misuseEndsWithTwo()
     {
         const Outcome misuse = run({u"ask"_s, u"--quickly"_s, u"x"_s});
