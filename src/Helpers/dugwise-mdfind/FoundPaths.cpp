@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Helpers/dugwise-mdfind/FoundPaths.h"
 
-#include "Platform/Linux/StoreFacts.h"
+#include "Utilities/FileUri.h"
 #include "Utilities/Text.h"
 
 namespace dugwise {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/ResourceScores.h"
 
+#include "Utilities/FileUri.h"
+
 namespace dugwise {
 
 namespace {

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/StoreFacts.h"
 
-#include "Utilities/Text.h"
-
 #include <QSet>
 #include <QUrl>
 
@@ -57,24 +55,6 @@ std::optional<QString> webAddress(const QString &text)
     return url.userInfo().isEmpty() && !url.authority().contains(u'@')
                ? text
                : url.adjusted(QUrl::RemoveUserInfo).toString(QUrl::FullyEncoded);
-}
-
-std::optional<QString> pathOfFileUri(const QString &uri)
-{
-    QStringView path(uri);
-    if (!path.startsWith("file:/"_L1, Qt::CaseInsensitive))
-        return std::nullopt;
-    path = path.sliced(5);
-    for (const auto host : {"//localhost"_L1, "//"_L1}) {
-        if (path.startsWith(host)) {
-            path = path.sliced(host.size());
-            break;
-        }
-    }
-    const QByteArray decoded = QByteArray::fromPercentEncoding(path.toUtf8());
-    if (!decoded.startsWith('/') || !decoded.isValidUtf8() || decoded.contains('\0'))
-        return std::nullopt;
-    return toQString(view(decoded));
 }
 
 std::optional<Instant> storedDate(double unixSeconds, Instant now)

@@ -39,9 +39,6 @@ constexpr int kMostStoreRecords = 200'000;
 /// 16,384 characters.
 [[nodiscard]] std::optional<QString> webAddress(const QString &text);
 
-/// The path of a "file:" URI on this machine (RFC 8089); absent for any other text.
-[[nodiscard]] std::optional<QString> pathOfFileUri(const QString &uri);
-
 /// A date of a store in seconds since 1970. Absent where it cannot be one: up to 1970, which stands
 /// for "never", and more than a day ahead of `now`, when a clock was wrong.
 [[nodiscard]] std::optional<Instant> storedDate(double unixSeconds, Instant now);

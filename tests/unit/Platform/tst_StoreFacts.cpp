@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/RecentlyUsed.h"
 #include "Platform/Linux/StoreFacts.h"
+#include "Utilities/FileUri.h"
 #include "support/LocalZone.h"
 #include "support/SampleStores.h"
 
