@@ -6,8 +6,6 @@
 #include "Utilities/Formatters.h"
 #include "Utilities/SearchTerms.h"
 
-#include <QUrl>
-
 #include <algorithm>
 #include <utility>
 
@@ -27,13 +25,6 @@ struct Ranked
     qsizetype position = 0; ///< in the list of files
     FileScore score;
 };
-
-/// The host of an address, or the text itself when it has none.
-QString sourceName(const QString &source)
-{
-    const QString host = QUrl(source).host(QUrl::FullyEncoded);
-    return host.isEmpty() ? source : host;
-}
 
 } // namespace
 

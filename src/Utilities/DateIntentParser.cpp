@@ -28,18 +28,8 @@ bool containsAny(const QString &text, const Phrases &phrases)
 struct Span
 {
     Phrases phrases;
-    int days = 0;
-    int months = 0;
-    int years = 0;
+    CalendarSpan length;
 };
-
-DateRange spanBack(const Span &span, Instant now)
-{
-    const QDateTime whole = localTime(now);
-    const double fraction = now.seconds - instant(whole).seconds;
-    const QDateTime start = whole.addYears(-span.years).addMonths(-span.months).addDays(-span.days);
-    return {{instant(start).seconds + fraction}, now};
-}
 
 const QSet<QString> &fillerWords()
 {
@@ -70,22 +60,26 @@ std::optional<DateRange> parse(const QString &text, Instant now)
         return DateRange{startOfDay(today.addDays(-1)), startOfDay(today)};
 
     static const std::array kSpans{
-        Span{.phrases = {"couple days"_L1, "couple of days"_L1, "few days"_L1}, .days = 4},
-        Span{.phrases = {"last week"_L1, "this week"_L1, "past week"_L1}, .days = 7},
-        Span{.phrases = {"couple weeks"_L1, "couple of weeks"_L1, "week or two"_L1}, .days = 14},
-        Span{.phrases = {"few weeks"_L1, "weeks back"_L1, "weeks ago"_L1}, .days = 21},
-        Span{.phrases = {"last month"_L1, "this month"_L1, "past month"_L1}, .months = 1},
+        Span{.phrases = {"couple days"_L1, "couple of days"_L1, "few days"_L1},
+             .length = {.days = 4}},
+        Span{.phrases = {"last week"_L1, "this week"_L1, "past week"_L1}, .length = {.days = 7}},
+        Span{.phrases = {"couple weeks"_L1, "couple of weeks"_L1, "week or two"_L1},
+             .length = {.days = 14}},
+        Span{.phrases = {"few weeks"_L1, "weeks back"_L1, "weeks ago"_L1}, .length = {.days = 21}},
+        Span{.phrases = {"last month"_L1, "this month"_L1, "past month"_L1},
+             .length = {.months = 1}},
         Span{.phrases = {"couple months"_L1, "couple of months"_L1, "month or two"_L1},
-             .months = 2},
-        Span{.phrases = {"few months"_L1, "months back"_L1, "months ago"_L1}, .months = 3},
+             .length = {.months = 2}},
+        Span{.phrases = {"few months"_L1, "months back"_L1, "months ago"_L1},
+             .length = {.months = 3}},
         Span{.phrases = {"while ago"_L1, "while back"_L1, "some time ago"_L1, "sometime ago"_L1},
-             .months = 2},
-        Span{.phrases = {"recent"_L1, "not long ago"_L1, "other day"_L1}, .days = 14},
-        Span{.phrases = {"last year"_L1, "this year"_L1}, .years = 1},
+             .length = {.months = 2}},
+        Span{.phrases = {"recent"_L1, "not long ago"_L1, "other day"_L1}, .length = {.days = 14}},
+        Span{.phrases = {"last year"_L1, "this year"_L1}, .length = {.years = 1}},
     };
     for (const Span &span : kSpans) {
         if (containsAny(lowered, span.phrases))
-            return spanBack(span, now);
+            return DateRange{calendarTimeBefore(now, span.length), now};
     }
     return std::nullopt;
 }

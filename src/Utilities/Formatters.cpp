@@ -5,6 +5,7 @@
 #include "Utilities/LocalTime.h"
 
 #include <QLocale>
+#include <QUrl>
 
 #include <unicode/numfmt.h>
 #include <unicode/reldatefmt.h>
@@ -89,6 +90,12 @@ QString counted(qint64 count, const QString &noun)
 QString byteCount(qint64 bytes)
 {
     return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+}
+
+QString sourceName(const QString &source)
+{
+    const QString host = QUrl(source).host(QUrl::FullyEncoded);
+    return host.isEmpty() ? source : host;
 }
 
 } // namespace dugwise

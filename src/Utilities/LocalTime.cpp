@@ -26,6 +26,14 @@ Instant startOfDay(QDate date)
     return instant(start);
 }
 
+Instant calendarTimeBefore(Instant now, const CalendarSpan &span)
+{
+    const QDateTime whole = localTime(now);
+    const double fraction = now.seconds - instant(whole).seconds;
+    const QDateTime start = whole.addYears(-span.years).addMonths(-span.months).addDays(-span.days);
+    return {instant(start).seconds + fraction};
+}
+
 Instant instant(const QDateTime &dateTime)
 {
     return Instant::fromUnix(static_cast<double>(dateTime.toMSecsSinceEpoch()) / 1000);

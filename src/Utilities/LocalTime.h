@@ -15,6 +15,17 @@ namespace dugwise {
 /// that it has where they are set forward.
 [[nodiscard]] Instant startOfDay(QDate date);
 
+/// A length of time on the calendar.
+struct CalendarSpan
+{
+    int days = 0;
+    int months = 0;
+    int years = 0;
+};
+
+/// The same local time of day that far back on the calendar, to the fraction of a second.
+[[nodiscard]] Instant calendarTimeBefore(Instant now, const CalendarSpan &span);
+
 /// The instant of a local date and time.
 [[nodiscard]] Instant instant(const QDateTime &dateTime);
 
