@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/LoopbackServer.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise {
+
+namespace {
+
+/// Lists of blocked names take a few megabytes.
+constexpr qint64 kMostHosts = 16 * 1024 * 1024;
+
+/// The addresses that the hosts file gives a name, in its order.
+QList<QHostAddress> listedAddresses(const QString &name, const QString &hostsFile)
+{
+    QList<QHostAddress> addresses;
+    QFile file(hostsFile);
+    if (!file.open(QFile::ReadOnly))
+        return addresses;
+    const QStringList lines = QString::fromUtf8(file.read(kMostHosts)).split(u'\n');
+    for (const QString &line : lines) {
+        const QStringList words = line.section(u'#', 0, 0).simplified().split(u' ');
+        if (words.sliced(1).contains(name, Qt::CaseInsensitive))
+            addresses.append(QHostAddress(words.first()));
+    }
+    return addresses;
+}
+
+QList<QHostAddress> addressesOf(const QString &host, const QString &hostsFile)
+{
+    const QHostAddress literal(host);
+    if (!literal.isNull())
+        return {literal};
+    const QList<QHostAddress> listed = listedAddresses(host, hostsFile);
+    const bool isLocal = host == "localhost"_L1 || host.endsWith(".localhost"_L1);
+    if (listed.isEmpty() && isLocal)
+        return {QHostAddress(QHostAddress::LocalHost), QHostAddress(QHostAddress::LocalHostIPv6)};
+    return listed;
+}
+
+} // namespace
+
+Outcome<QList<LoopbackServer>> loopbackServers(const QString &base, const QString &hostsFile)
+{
+    QUrl url(base, QUrl::StrictMode);
+    if (!url.isValid() || url.scheme() != "http"_L1 || url.host().isEmpty()
+        || !url.userInfo().isEmpty() || url.hasQuery() || url.hasFragment())
+        return Failure{u"%1 is no address of the form http://127.0.0.1:8080/v1"_s.arg(base)};
+    while (url.path().endsWith(u'/'))
+        url.setPath(url.path().chopped(1));
+
+    const QList<QHostAddress> addresses = addressesOf(url.host(), hostsFile);
+    const bool isHere = std::ranges::all_of(addresses, &QHostAddress::isLoopback);
+    if (addresses.isEmpty() || !isHere)
+        return Failure{u"%1 is not on this machine"_s.arg(url.toDisplayString())};
+    QList<LoopbackServer> servers;
+    for (const QHostAddress &address : addresses)
+        servers.append({url, address});
+    return servers;
+}
+
+} // namespace dugwise

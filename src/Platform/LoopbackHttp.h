@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/LoopbackServer.h"
+
+#include <QCoroTask>
+#include <QObject>
+
+#include <chrono>
+
+namespace dugwise {
+
+/// Exchanges with web servers on this machine, each on a connection of its own. Nothing else is
+/// ever connected to: proxies are ignored and redirections refused. Lives on the UI thread; what is
+/// under way when the object goes fails.
+class LoopbackHttp
+{
+public:
+    /// Longest body that is taken, in bytes.
+    static constexpr qsizetype kMostBytes = 1024 * 1024;
+
+    /// The body of an answer of the 2xx kind. Fails on any other, on one that is cut off or too
+    /// long, and when it is not whole within `timeout`. `path` follows the server's own.
+    [[nodiscard]] QCoro::Task<Outcome<QByteArray>>
+    get(LoopbackServer server, QString path, std::chrono::milliseconds timeout);
+
+    /// The same for what is sent: JSON, once.
+    [[nodiscard]] QCoro::Task<Outcome<QByteArray>>
+    post(LoopbackServer server, QString path, QByteArray json, std::chrono::milliseconds timeout);
+
+private:
+    QObject m_exchanges; ///< parent of those under way
+};
+
+} // namespace dugwise
