@@ -8,7 +8,9 @@
 #include "Platform/PDFDocument.h"
 #include "Platform/SentenceEmbedding.h"
 #include "Platform/StandardFolders.h"
+#include "Platform/SystemLanguageModel.h"
 #include "Platform/UserDefaults.h"
+#include "Platform/Workspace.h"
 #include "Utilities/Clock.h"
 
 #include <functional>
@@ -32,6 +34,8 @@ struct Platform
     std::unique_ptr<MetadataReader> metadataReader;
     std::unique_ptr<MetadataQueryCommand> metadataQueryCommand;
     std::unique_ptr<SentenceEmbedding> sentenceEmbedding;
+    std::unique_ptr<SystemLanguageModel> languageModel;
+    std::unique_ptr<Workspace> workspace;
 };
 
 } // namespace dugwise

@@ -4,6 +4,8 @@
 
 #include "Platform/DesktopMetadata.h"
 #include "Platform/HelperProgram.h"
+#include "Platform/Linux/DesktopWorkspace.h"
+#include "Platform/Linux/LocalModelServer.h"
 #include "Platform/Linux/MetadataQueryProcess.h"
 #include "Platform/Platform.h"
 #include "Platform/Sandbox.h"
@@ -28,6 +30,9 @@ void addSystemFacilities(Platform &platform)
     platform.metadataReader = desktopMetadataReader(platform.folders, platform.clock);
     if (const auto program = helperProgram(u"dugwise-mdfind"_s))
         platform.metadataQueryCommand = std::make_unique<MetadataQueryProcess>(*program);
+    platform.languageModel =
+        std::make_unique<LocalModelServer>(LocalModelServer::Settings::ofEnvironment());
+    platform.workspace = std::make_unique<DesktopWorkspace>();
 }
 
 } // namespace dugwise
