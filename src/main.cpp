@@ -66,6 +66,8 @@ int main(int argc, char *argv[])
         platform.sentenceEmbedding.reset();
     if (!arguments->useSystemSearch)
         platform.metadataQueryCommand.reset();
+    if (!arguments->useModel)
+        platform.languageModel.reset();
     DugwiseApp app(platform);
     CommandLine commandLine(platform, app.appState(), app.fileIndexer());
     return commandLine.run(*arguments);

@@ -3,147 +3,106 @@
 #include "CommandLine/AnswerJson.h"
 
 #include "Utilities/FileTypeHelper.h"
+#include "Utilities/JsonText.h"
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
+using namespace Qt::StringLiterals;
 
 namespace dugwise {
 
 namespace {
 
-/// Writes the parts of an answer, in the documented order of their keys.
-class AnswerWriter
+std::optional<QString> actionName(const std::optional<ChatAction> &action)
 {
-public:
-    QByteArray write(const QString &request, const ChatMessage &answer)
-    {
-        m_json.StartObject();
-        add("request", request);
-        addNull("action");
-        add("answer", answer.content);
-        m_json.Key("results");
-        m_json.StartArray();
-        for (qsizetype i = 0; i < answer.results.size(); ++i)
-            addResult(i + 1, answer.results[i]);
-        m_json.EndArray();
-        m_json.Key("crossAppResults");
-        m_json.StartArray();
-        for (const CrossAppResult &result : answer.crossAppResults)
-            addCrossAppResult(result);
-        m_json.EndArray();
-        m_json.Key("insights");
-        addInsights(answer.insights);
-        m_json.EndObject();
-        return {m_buffer.GetString(), static_cast<qsizetype>(m_buffer.GetSize())};
-    }
+    if (!action)
+        return std::nullopt;
+    return action->kind == ChatAction::Kind::openFile ? u"openFile"_s : u"getInsights"_s;
+}
 
-private:
-    void addString(const QString &value)
-    {
-        const QByteArray utf8 = value.toUtf8();
-        m_json.String(utf8.constData(), static_cast<unsigned>(utf8.size()));
-    }
-    void addNull(const char *key)
-    {
-        m_json.Key(key);
-        m_json.Null();
-    }
-    void add(const char *key, const QString &value)
-    {
-        m_json.Key(key);
-        addString(value);
-    }
-    void add(const char *key, double value)
-    {
-        m_json.Key(key);
-        m_json.Double(value);
-    }
-    void add(const char *key, qint64 value)
-    {
-        m_json.Key(key);
-        m_json.Int64(value);
-    }
-    void add(const char *key, Instant value) { add(key, value.seconds); }
-    void add(const char *key, const QStringList &values)
-    {
-        m_json.Key(key);
-        m_json.StartArray();
-        for (const QString &value : values)
-            addString(value);
-        m_json.EndArray();
-    }
-    template <typename T>
-    void add(const char *key, const std::optional<T> &value)
-    {
-        if (value)
-            add(key, *value);
-        else
-            addNull(key);
-    }
+std::optional<double> seconds(const std::optional<Instant> &instant)
+{
+    if (!instant)
+        return std::nullopt;
+    return instant->seconds;
+}
 
-    void addResult(qsizetype number, const SearchResult &result)
-    {
-        const IndexedFile &file = result.file;
-        QStringList reasons;
-        for (const SearchResult::MatchReason reason : result.matchReasons)
-            reasons.append(rawValue(reason));
-        m_json.StartObject();
-        add("number", static_cast<qint64>(number));
-        add("id", result.id.toString(QUuid::WithoutBraces));
-        add("name", file->name);
-        add("path", file->path);
-        add("folderPath", file->folderPath);
-        add("fileExtension", file->fileExtension);
-        add("kind", rawValue(FileTypeHelper::fileType(file->fileExtension)));
-        add("size", file->size);
-        add("createdDate", file->createdDate);
-        add("modifiedDate", file->modifiedDate);
-        add("lastUsedDate", file->lastUsedDate);
-        add("downloadDate", file->downloadDate);
-        add("downloadSource", file->downloadSource);
-        add("relevanceScore", result.relevanceScore);
-        add("matchReasons", reasons);
-        add("summary", result.summary);
-        m_json.EndObject();
-    }
+void addResult(JsonText &json, qsizetype number, const SearchResult &result)
+{
+    const IndexedFile &file = result.file;
+    QStringList reasons;
+    for (const SearchResult::MatchReason reason : result.matchReasons)
+        reasons.append(rawValue(reason));
+    json.startObject();
+    json.member(u"number"_s, number);
+    json.member(u"id"_s, result.id.toString(QUuid::WithoutBraces));
+    json.member(u"name"_s, file->name);
+    json.member(u"path"_s, file->path);
+    json.member(u"folderPath"_s, file->folderPath);
+    json.member(u"fileExtension"_s, file->fileExtension);
+    json.member(u"kind"_s, rawValue(FileTypeHelper::fileType(file->fileExtension)));
+    json.member(u"size"_s, file->size);
+    json.member(u"createdDate"_s, file->createdDate.seconds);
+    json.member(u"modifiedDate"_s, file->modifiedDate.seconds);
+    json.member(u"lastUsedDate"_s, seconds(file->lastUsedDate));
+    json.member(u"downloadDate"_s, seconds(file->downloadDate));
+    json.member(u"downloadSource"_s, file->downloadSource);
+    json.member(u"relevanceScore"_s, result.relevanceScore);
+    json.member(u"matchReasons"_s, reasons);
+    json.member(u"summary"_s, result.summary);
+    json.endObject();
+}
 
-    void addCrossAppResult(const CrossAppResult &result)
-    {
-        m_json.StartObject();
-        add("source", rawValue(result.source));
-        add("title", result.title);
-        add("subtitle", result.subtitle);
-        add("snippet", result.snippet);
-        add("date", result.date);
-        add("relevanceScore", result.relevanceScore);
-        add("actionPath", result.actionPath);
-        m_json.EndObject();
-    }
+void addCrossAppResult(JsonText &json, const CrossAppResult &result)
+{
+    json.startObject();
+    json.member(u"source"_s, rawValue(result.source));
+    json.member(u"title"_s, result.title);
+    json.member(u"subtitle"_s, result.subtitle);
+    json.member(u"snippet"_s, result.snippet);
+    json.member(u"date"_s, result.date.seconds);
+    json.member(u"relevanceScore"_s, result.relevanceScore);
+    json.member(u"actionPath"_s, result.actionPath);
+    json.endObject();
+}
 
-    void addInsights(const std::optional<DocumentInsightsResult> &insights)
-    {
-        if (!insights) {
-            m_json.Null();
-            return;
-        }
-        m_json.StartObject();
-        add("fileName", insights->fileName);
-        add("summary", insights->summary);
-        add("keyPoints", insights->keyPoints);
-        add("documentType", insights->documentType);
-        add("entities", insights->entities);
-        m_json.EndObject();
-    }
-
-    rapidjson::StringBuffer m_buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> m_json{m_buffer};
-};
+void addInsights(JsonText &json, const DocumentInsightsResult &insights)
+{
+    json.startObject();
+    json.member(u"fileName"_s, insights.fileName);
+    json.member(u"summary"_s, insights.summary);
+    json.member(u"keyPoints"_s, insights.keyPoints);
+    json.member(u"documentType"_s, insights.documentType);
+    json.member(u"entities"_s, insights.entities);
+    json.endObject();
+}
 
 } // namespace
 
-QByteArray answerJson(const QString &request, const ChatMessage &answer)
+QByteArray answerJson(const QString &request,
+                      const std::optional<ChatAction> &action,
+                      const ChatMessage &answer)
 {
-    return AnswerWriter().write(request, answer);
+    JsonText json;
+    json.startObject();
+    json.member(u"request"_s, request);
+    json.member(u"action"_s, actionName(action));
+    json.member(u"answer"_s, answer.content);
+    json.key(u"results"_s);
+    json.startArray();
+    for (qsizetype i = 0; i < answer.results.size(); ++i)
+        addResult(json, i + 1, answer.results[i]);
+    json.endArray();
+    json.key(u"crossAppResults"_s);
+    json.startArray();
+    for (const CrossAppResult &result : answer.crossAppResults)
+        addCrossAppResult(json, result);
+    json.endArray();
+    json.key(u"insights"_s);
+    if (answer.insights)
+        addInsights(json, *answer.insights);
+    else
+        json.null();
+    json.endObject();
+    return json.bytes();
 }
 
 } // namespace dugwise

@@ -5,6 +5,8 @@
 #include "Utilities/FileTypeHelper.h"
 #include "Utilities/Formatters.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace dugwise {
@@ -72,7 +74,7 @@ QString crossAppText(const CrossAppResult &result, const TextStyle &style, Insta
 
 QString answerText(const ChatMessage &answer, const TextStyle &style, Instant now)
 {
-    QString text = boldMarked(answer.content, style) + u'\n';
+    QString text = boldMarked(printableLines(answer.content), style) + u'\n';
     for (qsizetype i = 0; i < answer.results.size(); ++i)
         text += u'\n' + resultText(i + 1, answer.results[i], style);
     for (const CrossAppResult &result : answer.crossAppResults)
@@ -91,6 +93,13 @@ QString printable(const QString &text)
             c = QChar::ReplacementCharacter;
     }
     return shown;
+}
+
+QString printableLines(const QString &text)
+{
+    QStringList lines = text.split(u'\n');
+    std::ranges::transform(lines, lines.begin(), printable);
+    return lines.join(u'\n');
 }
 
 } // namespace dugwise

@@ -18,5 +18,7 @@ struct TextStyle
 
 /// Text of a file or a name with its control characters made harmless to a terminal.
 [[nodiscard]] QString printable(const QString &text);
+/// The same for a text of several lines, whose line feeds stay.
+[[nodiscard]] QString printableLines(const QString &text);
 
 } // namespace dugwise

@@ -18,7 +18,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <iostream>
 #include <string>
@@ -111,7 +110,7 @@ void CommandLine::waitUntilSettled()
 void CommandLine::waitUntilReady()
 {
     waitUntilSettled();
-    waitUntil(m_appState, &AppState::accessAnswered, [&] { return m_appState.isAccessAnswered(); });
+    waitUntil(m_appState, &AppState::started, [&] { return m_appState.isStarted(); });
     if (m_fileIndexer.indexedFiles().isEmpty() && isTerminal(STDERR_FILENO))
         complain(u"the index is empty; `dugwise index` walks the folders again"_s);
 }
@@ -149,7 +148,7 @@ void CommandLine::answer(const QString &request, bool json)
     waitUntil(m_appState, &AppState::answered, [&] { return !m_appState.isSearching(); });
     const ChatMessage &message = m_appState.messages().last();
     if (json) {
-        print(answerJson(request, message) + '\n');
+        print(answerJson(request, m_appState.latestAction(), message) + '\n');
         return;
     }
     const TextStyle style{.isTerminal = isTerminal(STDOUT_FILENO), .home = m_platform.folders.home};
@@ -209,7 +208,7 @@ int CommandLine::index()
 int CommandLine::status()
 {
     waitUntilSettled();
-    waitUntil(m_appState, &AppState::accessAnswered, [&] { return m_appState.isAccessAnswered(); });
+    waitUntil(m_appState, &AppState::started, [&] { return m_appState.isStarted(); });
     print(statusText(m_platform, m_appState, m_fileIndexer));
     return kDone;
 }
@@ -221,11 +220,8 @@ int printPreview(const Platform &platform, const QString &file)
         complain(u"there is no text in %1"_s.arg(file));
         return kNothing;
     }
-    if (isTerminal(STDOUT_FILENO)) {
-        QStringList lines = text->split(u'\n');
-        std::ranges::transform(lines, lines.begin(), printable);
-        text = lines.join(u'\n');
-    }
+    if (isTerminal(STDOUT_FILENO))
+        text = printableLines(*text);
     print(text->endsWith(u'\n') ? *text : *text + u'\n');
     return std::ferror(stdout) == 0 ? kDone : kNotWritten;
 }

@@ -61,6 +61,13 @@ QString meaningState(const Platform &platform)
                      : u"off: embedding.table is missing or damaged"_s;
 }
 
+QString modelState(const Platform &platform, const AppState &appState)
+{
+    const QString why =
+        platform.languageModel ? platform.languageModel->description() : u"this system has none"_s;
+    return appState.aiStatusLabel() + u" ("_s + why + u')';
+}
+
 /// The stores that tell of downloads and last uses, by their programs.
 QString metadataState(const Platform &platform)
 {
@@ -102,7 +109,7 @@ statusText(const Platform &platform, const AppState &appState, const FileIndexer
     return u"Folders\n"_s + folderLines(fileIndexer) + u"Index\n"_s
            + line(u"files"_s, QString::number(fileIndexer.totalFilesIndexed()))
            + line(u"on disk"_s, byteCount(QFileInfo(indexPath).size()) + u", "_s + indexPath)
-           + u"Search\n"_s + line(u"language model"_s, appState.aiStatusLabel())
+           + u"Search\n"_s + line(u"language model"_s, modelState(platform, appState))
            + line(u"by meaning"_s, meaningState(platform))
            + line(u"text of PDFs"_s, pdfState(platform))
            + line(u"download facts"_s, metadataState(platform))
@@ -111,7 +118,8 @@ statusText(const Platform &platform, const AppState &appState, const FileIndexer
            + line(u"messages"_s, onOrWhyNot(appState.messagesAccessible(), notYet))
            + line(u"calendar"_s, onOrWhyNot(appState.calendarEnabled(), notYet))
            + line(u"contacts"_s, onOrWhyNot(appState.contactsEnabled(), notYet)) + u"Network\n"_s
-           + line(u"connections"_s, u"none; nothing leaves this machine"_s);
+           + line(u"connections"_s,
+                  u"to a model server on this machine at most; nothing leaves it"_s);
 }
 
 } // namespace dugwise

@@ -3,16 +3,18 @@
 #include "Models/AppServices.h"
 
 #include "Platform/Platform.h"
-#include "Services/MockLLMService.h"
+#include "Services/OnDeviceLLMService.h"
 
 namespace dugwise {
 
 AppServices::AppServices(Platform &platform)
-    : llm(std::make_unique<MockLLMService>())
+    : llm(std::make_unique<OnDeviceLLMService>(
+        platform.languageModel.get(), std::make_unique<MockLLMService>(), platform.clock))
     , calendar(std::make_unique<CalendarService>())
     , mail(std::make_unique<MailSearchService>())
     , messages(std::make_unique<MessagesService>())
     , contacts(std::make_unique<ContactsService>())
+    , preview(platform.pdfDocuments.get())
     , spotlight(nullptr, platform.metadataQueryCommand.get())
 {
     search =

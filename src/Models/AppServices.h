@@ -4,6 +4,7 @@
 
 #include "Services/CalendarService.h"
 #include "Services/ContactsService.h"
+#include "Services/FilePreviewService.h"
 #include "Services/FileSearchService.h"
 #include "Services/LLMServiceProtocol.h"
 #include "Services/MailSearchService.h"
@@ -28,6 +29,7 @@ struct AppServices
     std::unique_ptr<MailSearchService> mail;
     std::unique_ptr<MessagesService> messages;
     std::unique_ptr<ContactsService> contacts;
+    FilePreviewService preview;
     SpotlightMetadataService spotlight; ///< to search with; the facts of files are in the records
 };
 

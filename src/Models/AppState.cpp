@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Models/AppState.h"
 
+#include "Models/ChatCommands.h"
 #include "Models/CrossAppResults.h"
 #include "Platform/Platform.h"
 #include "Utilities/DateIntentParser.h"
@@ -25,6 +26,7 @@ constexpr qsizetype kMostResults = 20;
 constexpr qsizetype kMostUnscoredHits = 10;
 constexpr double kUnscoredHitScore = 5;
 constexpr int kMessagesAskedFor = 10;
+constexpr std::size_t kMostInsightsText = 4000; // characters
 
 IndexedFile toIndexedFile(const SpotlightSearchHit &hit, Instant now)
 {
@@ -91,15 +93,16 @@ AppState::AppState(Platform &platform, AppServices services, QObject *parent)
     , m_aiStatusLabel(u"Checking..."_s)
 {
     m_workers.setMaxThreadCount(std::max(2, QThread::idealThreadCount()));
-    publish(m_aiStatusLabel, m_services.llm->statusLabel(), &AppState::aiStatusLabelChanged);
     publish(m_messagesAccessible,
             m_services.messages->isAccessible(),
             &AppState::messagesAccessibleChanged);
+    readModelStatus();
     requestAccess();
 }
 
 AppState::~AppState()
 {
+    m_stop.request_stop();
     m_workers.waitForDone();
 }
 
@@ -128,18 +131,24 @@ void AppState::submitQuery(const QString &text, const QList<IndexedFile> &files)
     const QString query = text.trimmed();
     if (query.isEmpty())
         return;
-    appendMessage({
-        .id = QUuid::createUuid(),
-        .content = query,
-        .isUser = true,
-        .timestamp = m_platform.clock.now(),
-        .results = {},
-        .crossAppResults = {},
-        .insights = std::nullopt,
-    });
+    const ChatCommands::Earlier earlier{m_lastResults, m_selectedResult};
+    m_latestAction = ChatCommands::detectAction(query, earlier);
+    appendRequest(query);
+    if (m_latestAction) {
+        handleAction(*m_latestAction);
+        return;
+    }
     addRecentSearch(query);
     publish(m_isSearching, true, &AppState::isSearchingChanged);
     answer(query, files);
+}
+
+void AppState::generatePreviewInsights(const IndexedFile &file)
+{
+    publish(m_isGeneratingInsights, true, &AppState::isGeneratingInsightsChanged);
+    const std::optional<DocumentInsightsResult> none;
+    publish(m_previewInsights, none, &AppState::previewInsightsChanged);
+    makePreviewInsights(file);
 }
 
 void AppState::clearChat()
@@ -156,6 +165,17 @@ void AppState::clearChat()
     Q_EMIT previewInsightsChanged();
 }
 
+QCoro::Task<void> AppState::readModelStatus()
+{
+    const QPointer<AppState> self(this);
+    if (m_platform.languageModel)
+        co_await m_platform.languageModel->firstAnswer();
+    if (!self)
+        co_return;
+    publish(m_aiStatusLabel, m_services.llm->statusLabel(), &AppState::aiStatusLabelChanged);
+    answerAtStart();
+}
+
 QCoro::Task<void> AppState::requestAccess()
 {
     const QPointer<AppState> self(this);
@@ -167,8 +187,13 @@ QCoro::Task<void> AppState::requestAccess()
         co_return;
     publish(m_calendarEnabled, m_services.calendar->hasAccess(), &AppState::calendarEnabledChanged);
     publish(m_contactsEnabled, m_services.contacts->hasAccess(), &AppState::contactsEnabledChanged);
-    m_isAccessAnswered = true;
-    Q_EMIT accessAnswered();
+    answerAtStart();
+}
+
+void AppState::answerAtStart()
+{
+    if (--m_unansweredAtStart == 0)
+        Q_EMIT started();
 }
 
 QCoro::Task<void> AppState::answer(QString query, QList<IndexedFile> files)
@@ -269,6 +294,65 @@ AppState::performCrossAppSearch(QString query, std::optional<ParsedSearchIntent>
     co_return results;
 }
 
+void AppState::handleAction(const ChatAction &action)
+{
+    if (action.kind == ChatAction::Kind::openFile) {
+        if (m_platform.workspace)
+            m_platform.workspace->open(action.target.file->path);
+        appendAnswer(ChatCommands::openingText(action.target.file->name), std::nullopt);
+        Q_EMIT answered();
+        return;
+    }
+    publish(m_isSearching, true, &AppState::isSearchingChanged);
+    setSelectedResult(action.target);
+    answerWithInsights(action.target.file);
+}
+
+QCoro::Task<void> AppState::answerWithInsights(IndexedFile file)
+{
+    const QPointer<AppState> self(this);
+    const std::optional<DocumentInsightsResult> found = co_await insights(file);
+    if (!self)
+        co_return;
+    if (found) {
+        appendAnswer(ChatCommands::insightsText(file->name, *found), found);
+        publish(m_previewInsights, found, &AppState::previewInsightsChanged);
+    } else {
+        appendAnswer(ChatCommands::noInsightsText(file->name), std::nullopt);
+    }
+    publish(m_isSearching, false, &AppState::isSearchingChanged);
+    Q_EMIT answered();
+}
+
+QCoro::Task<void> AppState::makePreviewInsights(IndexedFile file)
+{
+    const QPointer<AppState> self(this);
+    const std::optional<DocumentInsightsResult> found = co_await insights(file);
+    if (!self)
+        co_return;
+    publish(m_previewInsights, found, &AppState::previewInsightsChanged);
+    publish(m_isGeneratingInsights, false, &AppState::isGeneratingInsightsChanged);
+}
+
+/// What the language model says of a file; absent when it has no text or the model nothing to say.
+QCoro::Task<std::optional<DocumentInsightsResult>> AppState::insights(IndexedFile file)
+{
+    const QPointer<AppState> self(this);
+    const QFuture<std::optional<QString>> reading =
+        QtConcurrent::run(&m_workers,
+                          &FilePreviewService::extractPreviewText,
+                          m_services.preview,
+                          file,
+                          kMostInsightsText,
+                          m_stop.get_token());
+    const std::optional<QString> text = co_await reading;
+    if (!self || !text)
+        co_return std::nullopt;
+    const std::optional<DocumentInsightsResult> found =
+        co_await m_services.llm->generateInsights(*text, file->name);
+    co_return found;
+}
+
 void AppState::addRecentSearch(const QString &query)
 {
     QStringList searches = m_recentSearches;
@@ -318,6 +402,34 @@ void AppState::appendMessage(const ChatMessage &message)
 {
     m_messages.append(message);
     Q_EMIT messagesChanged();
+}
+
+void AppState::appendRequest(const QString &query)
+{
+    appendMessage({
+        .id = QUuid::createUuid(),
+        .content = query,
+        .isUser = true,
+        .timestamp = m_platform.clock.now(),
+        .results = {},
+        .crossAppResults = {},
+        .insights = std::nullopt,
+    });
+}
+
+/// An answer without results.
+void AppState::appendAnswer(const QString &text,
+                            const std::optional<DocumentInsightsResult> &insights)
+{
+    appendMessage({
+        .id = QUuid::createUuid(),
+        .content = text,
+        .isUser = false,
+        .timestamp = m_platform.clock.now(),
+        .results = {},
+        .crossAppResults = {},
+        .insights = insights,
+    });
 }
 
 template <typename T>

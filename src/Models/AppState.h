@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Models/AppServices.h"
+#include "Models/Records/ChatAction.h"
 #include "Models/Records/ChatMessage.h"
 #include "Models/Records/SidebarItem.h"
 
@@ -13,6 +14,7 @@
 #include <QThreadPool>
 
 #include <optional>
+#include <stop_token>
 
 namespace dugwise {
 
@@ -25,8 +27,8 @@ class AppState : public QObject
 public:
     static constexpr QLatin1StringView kRecentSearchesKey{"RecentSearches"};
 
-    /// Reads the recent searches and the services' state, and starts asking for access to calendar
-    /// and contacts. `platform` outlives the object.
+    /// Reads the recent searches and the services' state, and starts asking whether there is a
+    /// language model, and for access to calendar and contacts. `platform` outlives the object.
     AppState(Platform &platform, AppServices services, QObject *parent = nullptr);
     Q_DISABLE_COPY_MOVE(AppState)
     ~AppState() override;
@@ -58,16 +60,20 @@ public:
 
     /// Whether the language model can be used now; asked anew at each call.
     [[nodiscard]] bool isAIAvailable() const;
-    /// Whether the start-up's questions for access are answered; accessAnswered() tells when.
-    [[nodiscard]] bool isAccessAnswered() const { return m_isAccessAnswered; }
+    /// Whether all that the start-up asks is answered; started() tells when.
+    [[nodiscard]] bool isStarted() const { return m_unansweredAtStart == 0; }
+    /// The command that the latest request was; none when it was a search.
+    [[nodiscard]] std::optional<ChatAction> latestAction() const { return m_latestAction; }
 
     void setSelectedSidebarItem(SidebarItem item);
     void setSelectedResult(const std::optional<SearchResult> &result);
     void setPendingQuery(const std::optional<QString> &query);
 
     /// Takes a request in; its answer comes later as a new message. A request of white space alone
-    /// is ignored.
+    /// is ignored. A request that is a command on earlier results is carried out instead.
     void submitQuery(const QString &text, const QList<IndexedFile> &files);
+    /// Has previewInsights() made for a file, without a message.
+    void generatePreviewInsights(const IndexedFile &file);
     /// Starts a new conversation; the recent searches stay.
     void clearChat();
 
@@ -86,18 +92,25 @@ Q_SIGNALS:
     void calendarEnabledChanged();
     void contactsEnabledChanged();
     void messagesAccessibleChanged();
-    void accessAnswered();
+    void started();
     /// One request has its answer, the last of messages().
     void answered();
 
 private:
+    QCoro::Task<void> readModelStatus();
     QCoro::Task<void> requestAccess();
+    void answerAtStart();
     QCoro::Task<void> answer(QString query, QList<IndexedFile> files);
     QCoro::Task<QList<SearchResult>> performFileSearch(QString query,
                                                        std::optional<ParsedSearchIntent> intent,
                                                        QList<IndexedFile> files);
     QCoro::Task<QList<CrossAppResult>>
     performCrossAppSearch(QString query, std::optional<ParsedSearchIntent> intent);
+
+    void handleAction(const ChatAction &action);
+    QCoro::Task<void> answerWithInsights(IndexedFile file);
+    QCoro::Task<void> makePreviewInsights(IndexedFile file);
+    QCoro::Task<std::optional<DocumentInsightsResult>> insights(IndexedFile file);
 
     void addRecentSearch(const QString &query);
     void enrich(ParsedSearchIntent &intent) const;
@@ -107,6 +120,8 @@ private:
            const std::optional<ParsedSearchIntent> &intent,
            const QList<IndexedFile> &files);
     void appendMessage(const ChatMessage &message);
+    void appendRequest(const QString &query);
+    void appendAnswer(const QString &text, const std::optional<DocumentInsightsResult> &insights);
 
     /// Sets one published field and announces the change.
     template <typename T>
@@ -129,7 +144,9 @@ private:
     bool m_calendarEnabled = false;
     bool m_contactsEnabled = false;
     bool m_messagesAccessible = false;
-    bool m_isAccessAnswered = false;
+    int m_unansweredAtStart = 2; ///< the model's status, and access
+    std::optional<ChatAction> m_latestAction;
+    std::stop_source m_stop; ///< of what the workers read
 };
 
 } // namespace dugwise

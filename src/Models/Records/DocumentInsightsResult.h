@@ -15,6 +15,8 @@ struct DocumentInsightsResult
     QStringList keyPoints;
     QString documentType; ///< in words, for example an invoice
     QStringList entities; ///< names, organisations, dates and amounts
+
+    bool operator==(const DocumentInsightsResult &) const = default;
 };
 
 } // namespace dugwise
