@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/NetworkGuard.h"
 #include "support/SampleFiles.h"
 #include "support/SamplePDF.h"
 
@@ -10,16 +11,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <linux/filter.h>
-#include <linux/seccomp.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
-#include <sys/socket.h>
-#include <sys/syscall.h>
 
 #include <array>
 #include <csignal>
-#include <cstddef>
 
 using namespace Qt::StringLiterals;
 
@@ -28,24 +23,6 @@ namespace dugwise::test {
 namespace {
 
 constexpr int kTimeout = 120'000;
-
-/// Kills this process when it opens a socket that could reach another machine.
-void forbidNetwork()
-{
-    static std::array<sock_filter, 8> rules{{
-        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_socket, 0, 5),
-        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, args[0])),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_INET, 2, 0),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_INET6, 1, 0),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AF_PACKET, 0, 1),
-        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS),
-        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
-    }};
-    static const sock_fprog program{rules.size(), rules.data()};
-    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
-    ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program);
-}
 
 struct Outcome
 {
@@ -97,12 +74,16 @@ private:
     {
         QProcess process;
         prepare(process, arguments);
-        process.setChildProcessModifier(forbidNetwork);
+        const NetworkGuard guard(process);
         process.start();
         process.write(input);
         process.closeWriteChannel();
         if (!process.waitForFinished(kTimeout) || process.exitStatus() != QProcess::NormalExit)
             return {};
+        // There is no model server to ask, so not even this machine's ports are tried.
+        const QStringList tried = guard.offences() + guard.loopbackConnections();
+        if (!tried.isEmpty())
+            QTest::qFail(qPrintable(tried.join(u'\n')), __FILE__, __LINE__);
         return {
             process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
     }
