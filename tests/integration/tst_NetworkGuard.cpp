@@ -10,8 +10,10 @@
 #include <sys/syscall.h>
 #include <sys/un.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 #include <thread>
@@ -37,23 +39,26 @@ struct Address
 
     explicit Address(const char *text)
     {
-        auto *internet = reinterpret_cast<sockaddr_in *>(&storage);
-        auto *internet6 = reinterpret_cast<sockaddr_in6 *>(&storage);
-        auto *local = reinterpret_cast<sockaddr_un *>(&storage);
-        internet->sin_port = htons(kPort); // at the same place in both
-        if (::inet_pton(AF_INET, text, &internet->sin_addr) == 1) {
-            storage.ss_family = AF_INET;
-            size = sizeof *internet;
-        } else if (::inet_pton(AF_INET6, text, &internet6->sin6_addr) == 1) {
-            storage.ss_family = AF_INET6;
-            size = sizeof *internet6;
+        sockaddr_in internet{.sin_family = AF_INET, .sin_port = htons(kPort)};
+        sockaddr_in6 internet6{.sin6_family = AF_INET6, .sin6_port = htons(kPort)};
+        sockaddr_un local{.sun_family = AF_UNIX, .sun_path = {}};
+        if (::inet_pton(AF_INET, text, &internet.sin_addr) == 1) {
+            assign(internet);
+        } else if (::inet_pton(AF_INET6, text, &internet6.sin6_addr) == 1) {
+            assign(internet6);
         } else {
-            *local = {AF_UNIX, {}};
-            std::strncpy(local->sun_path, text, sizeof local->sun_path - 1);
-            size = sizeof *local;
+            std::strncpy(local.sun_path, text, sizeof local.sun_path - 1);
+            assign(local);
         }
     }
     [[nodiscard]] sockaddr *get() { return reinterpret_cast<sockaddr *>(&storage); }
+
+private:
+    void assign(const auto &address)
+    {
+        std::memcpy(&storage, &address, sizeof address);
+        size = sizeof address;
+    }
 };
 
 /// Does one call; 0 or its error. Datagrams, so that nothing would have to answer.
@@ -216,9 +221,8 @@ private Q_SLOTS:
 int main(int argc, char *argv[])
 {
     using namespace dugwise::test;
-    if (argc == 4 && kAttempt == QLatin1String(argv[1])) {
+    if (argc == 4 && kAttempt == QLatin1String(argv[1]))
         return argv[2] == "threads"sv ? attemptInThreads(argv[3]) : attempt(argv[2], argv[3]);
-    }
     const QCoreApplication application(argc, argv);
     TstNetworkGuard test;
     return QTest::qExec(&test, argc, argv);
