@@ -137,10 +137,13 @@ private Q_SLOTS:
         };
         row(u"connect"_s, u"127.0.0.1"_s, 0, {}, u"127.0.0.1:9009"_s);
         row(u"connect"_s, u"127.200.0.1"_s, 0, {}, u"127.200.0.1:9009"_s);
-        row(u"connect"_s, u"::1"_s, 0, {}, u"[::1]:9009"_s);
         row(u"sendto"_s, u"127.0.0.1"_s, 0, {}, u"127.0.0.1:9009"_s);
-        row(u"sendmsg"_s, u"::1"_s, 0, {}, u"[::1]:9009"_s);
+        row(u"sendmsg"_s, u"127.0.0.1"_s, 0, {}, u"127.0.0.1:9009"_s);
         row(u"bind"_s, u"127.0.0.1"_s, 0);
+        if (attempt("connect"sv, "::1") == 0) { // containers may have none
+            row(u"connect"_s, u"::1"_s, 0, {}, u"[::1]:9009"_s);
+            row(u"sendmsg"_s, u"::1"_s, 0, {}, u"[::1]:9009"_s);
+        }
         row(u"connect"_s, u"/nonexistent"_s, ENOENT);
         row(u"sendmsg"_s, u"/nonexistent"_s, ENOENT);
         row(u"socket"_s, QString::number(AF_NETLINK), 0);

@@ -23,7 +23,8 @@ namespace dugwise::test {
 class NetworkGuard
 {
 public:
-    /// Guards the one program that `process` starts next; outlives it. Where it cannot be guarded,
+    /// Guards the program that `process` starts next, as long as this lives; afterwards each call
+    /// that would have been looked at fails with ENOSYS. Where it cannot be guarded,
     /// the program does not run: the process crashes.
     explicit NetworkGuard(QProcess &process);
     Q_DISABLE_COPY_MOVE(NetworkGuard)
