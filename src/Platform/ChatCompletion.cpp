@@ -94,7 +94,7 @@ QByteArray requestBody(const QString &model, const LanguageModelRequest &request
 Outcome<QString> answerText(const QByteArray &body)
 {
     const QJsonObject choice =
-        QJsonDocument::fromJson(body).object()["choices"_L1].toArray()[0].toObject();
+        QJsonDocument::fromJson(body).object()["choices"_L1].toArray().at(0).toObject();
     if (choice["finish_reason"_L1].toString() == "length"_L1)
         return Failure{u"the model was cut short"_s};
     const QString text = withoutReasoning(choice["message"_L1]["content"_L1].toString());

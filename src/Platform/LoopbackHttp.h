@@ -5,20 +5,25 @@
 #include "Platform/LoopbackServer.h"
 
 #include <QCoroTask>
-#include <QObject>
+#include <QThreadPool>
 
 #include <chrono>
+#include <stop_token>
 
 namespace dugwise {
 
-/// Exchanges with web servers on this machine, each on a connection of its own. Nothing else is
-/// ever connected to: proxies are ignored and redirections refused. Lives on the UI thread; what is
-/// under way when the object goes fails.
+/// Exchanges with web servers on this machine, each on a connection and a thread of its own.
+/// Nothing else is ever connected to: there are no proxies here and no redirections. Lives on the
+/// UI thread; what is under way when the object goes fails.
 class LoopbackHttp
 {
 public:
     /// Longest body that is taken, in bytes.
     static constexpr qsizetype kMostBytes = 1024 * 1024;
+
+    LoopbackHttp();
+    Q_DISABLE_COPY_MOVE(LoopbackHttp)
+    ~LoopbackHttp();
 
     /// The body of an answer of the 2xx kind. Fails on any other, on one that is cut off or too
     /// long, and when it is not whole within `timeout`. `path` follows the server's own.
@@ -30,7 +35,8 @@ public:
     post(LoopbackServer server, QString path, QByteArray json, std::chrono::milliseconds timeout);
 
 private:
-    QObject m_exchanges; ///< parent of those under way
+    QThreadPool m_workers;
+    std::stop_source m_stop;
 };
 
 } // namespace dugwise

@@ -4,7 +4,6 @@
 
 #include "Utilities/Outcome.h"
 
-#include <QHostAddress>
 #include <QList>
 #include <QUrl>
 
@@ -13,8 +12,8 @@ namespace dugwise {
 /// A web server on this machine: the address at which people know it, and the one to connect to.
 struct LoopbackServer
 {
-    QUrl base; ///< without a slash at its end
-    QHostAddress address;
+    QUrl base;       ///< without a slash at its end
+    QString address; ///< of IPv4 or IPv6, in digits
 
     bool operator==(const LoopbackServer &) const = default;
 };

@@ -28,8 +28,7 @@ QList<LoopbackServer> usualServers()
 {
     QList<LoopbackServer> servers;
     for (const int port : kUsualPorts) {
-        servers.append(
-            {QUrl(u"http://127.0.0.1:%1/v1"_s.arg(port)), QHostAddress(QHostAddress::LocalHost)});
+        servers.append({QUrl(u"http://127.0.0.1:%1/v1"_s.arg(port)), u"127.0.0.1"_s});
     }
     return servers;
 }

@@ -3,13 +3,14 @@
 #include "Platform/LoopbackHttp.h"
 
 #include <QCoroFuture>
-#include <QNetworkAccessManager>
-#include <QNetworkProxy>
-#include <QNetworkReply>
-#include <QPromise>
-#include <QTimer>
+#include <QtConcurrentRun>
 
-#include <algorithm>
+#include <event2/buffer.h>
+#include <event2/event.h>
+#include <event2/http.h>
+#include <event2/thread.h>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -17,126 +18,143 @@ namespace dugwise {
 
 namespace {
 
-/// What is sent with a request. Refuses to be rewound, by which the network library would send a
-/// request anew when a server closes the connection.
-class SentOnce final : public QIODevice
+/// Longest headers that are taken, in bytes.
+constexpr ev_ssize_t kMostHeaderBytes = 64 * 1024;
+
+constexpr int kHttpPort = 80;
+
+/// How many exchanges may be under way; more of them wait.
+constexpr int kMostExchanges = 32;
+
+struct Request
 {
-public:
-    SentOnce(QByteArray bytes, QObject *parent)
-        : QIODevice(parent)
-        , m_bytes(std::move(bytes))
-    {
-        QIODevice::open(ReadOnly | Unbuffered);
-    }
-    [[nodiscard]] qint64 size() const override { return m_bytes.size(); }
-    bool reset() override { return false; }
-
-protected:
-    qint64 readData(char *data, qint64 most) override
-    {
-        const QByteArrayView rest = QByteArrayView(m_bytes).sliced(pos());
-        const qint64 count = std::min<qint64>(most, rest.size());
-        std::copy_n(rest.data(), count, data);
-        return count;
-    }
-    qint64 writeData(const char * /*data*/, qint64 /*count*/) override { return -1; }
-
-private:
-    QByteArray m_bytes;
+    LoopbackServer server;
+    QString path;
+    std::optional<QByteArray> json; ///< none: a GET
+    std::chrono::milliseconds timeout{};
 };
 
-/// One request and its answer, with a connection that no other shares. Deletes itself when done.
-class Exchange final : public QObject
+template <auto Free>
+struct Freeing
 {
-public:
-    Exchange(const LoopbackServer &server, const QString &path, QObject *parent)
-        : QObject(parent)
+    template <typename T>
+    void operator()(T *object) const
     {
-        m_promise.start();
-        QUrl url = server.base;
-        m_request.setRawHeader("Host", url.authority(QUrl::FullyEncoded).toLatin1());
-        url.setHost(server.address.toString());
-        url.setPath(url.path() + path);
-        m_request.setUrl(url);
-        m_request.setHeader(QNetworkRequest::UserAgentHeader, u"Dugwise"_s);
-        m_request.setRawHeader("Connection", "close");
-        m_request.setRawHeader("Accept-Encoding", "identity"); // nothing is unpacked
-        m_request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-        m_request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                               QNetworkRequest::ManualRedirectPolicy);
-        m_network.setProxy(QNetworkProxy::NoProxy);
+        Free(object);
     }
-    Q_DISABLE_COPY_MOVE(Exchange)
-    ~Exchange() override
-    {
-        if (!m_isDone)
-            finish(Failure{u"given up"_s});
-    }
-
-    [[nodiscard]] QFuture<Outcome<QByteArray>> answer() { return m_promise.future(); }
-
-    void get(std::chrono::milliseconds timeout) { await(m_network.get(m_request), timeout); }
-    void post(const QByteArray &json, std::chrono::milliseconds timeout)
-    {
-        m_request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
-        await(m_network.post(m_request, new SentOnce(json, this)), timeout);
-    }
-
-private:
-    void await(QNetworkReply *reply, std::chrono::milliseconds timeout)
-    {
-        reply->setReadBufferSize(LoopbackHttp::kMostBytes);
-        connect(reply, &QNetworkReply::readyRead, this, [this, reply] { read(*reply); });
-        connect(reply, &QNetworkReply::finished, this, [this, reply] {
-            read(*reply);
-            conclude(*reply);
-        });
-        QTimer::singleShot(timeout, this, [this] { finish(Failure{u"no answer in time"_s}); });
-    }
-
-    void read(QNetworkReply &reply)
-    {
-        m_body += reply.read(LoopbackHttp::kMostBytes + 1 - m_body.size());
-        if (m_body.size() > LoopbackHttp::kMostBytes)
-            finish(Failure{u"the answer is too long"_s});
-    }
-
-    void conclude(const QNetworkReply &reply)
-    {
-        const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-        if (reply.error() != QNetworkReply::NoError)
-            finish(Failure{reply.errorString()});
-        else if (status < 200 || status > 299)
-            finish(Failure{u"the server answered with status %1"_s.arg(status)});
-        else
-            finish(m_body);
-    }
-
-    void finish(const Outcome<QByteArray> &outcome)
-    {
-        if (m_isDone)
-            return;
-        m_isDone = true;
-        m_promise.addResult(outcome);
-        m_promise.finish();
-        deleteLater();
-    }
-
-    QNetworkAccessManager m_network;
-    QNetworkRequest m_request;
-    QByteArray m_body;
-    QPromise<Outcome<QByteArray>> m_promise;
-    bool m_isDone = false;
 };
+using EventBase = std::unique_ptr<event_base, Freeing<event_base_free>>;
+using Connection = std::unique_ptr<evhttp_connection, Freeing<evhttp_connection_free>>;
+
+/// An exchange under way, as its call-backs know it.
+struct Running
+{
+    event_base *base = nullptr;
+    Outcome<QByteArray> outcome = Failure{u"there was no answer"_s};
+};
+
+/// Called at the end of an exchange, whatever its outcome; without an answer where there was none.
+void conclude(evhttp_request *answer, void *context)
+{
+    auto &running = *static_cast<Running *>(context);
+    event_base_loopbreak(running.base);
+    const int status = answer ? evhttp_request_get_response_code(answer) : 0;
+    if (status == 0)
+        return;
+    if (status < 200 || status > 299) {
+        running.outcome = Failure{u"the server answered with status %1"_s.arg(status)};
+        return;
+    }
+    evbuffer *const buffer = evhttp_request_get_input_buffer(answer);
+    QByteArray body(static_cast<qsizetype>(evbuffer_get_length(buffer)), Qt::Uninitialized);
+    evbuffer_remove(buffer, body.data(), static_cast<std::size_t>(body.size()));
+    running.outcome = body;
+}
+
+void fail(evhttp_request_error /*error*/, void *context)
+{
+    auto &running = *static_cast<Running *>(context);
+    running.outcome = Failure{u"the answer was cut off, malformed or too long"_s};
+}
+
+/// Hands the request to the connection, which owns it from then on.
+bool start(evhttp_connection *connection, const Request &request, Running &running)
+{
+    evhttp_request *const sent = evhttp_request_new(conclude, &running);
+    if (!sent)
+        return false;
+    evhttp_request_set_error_cb(sent, fail);
+    evkeyvalq *const headers = evhttp_request_get_output_headers(sent);
+    const QByteArray host = request.server.base.authority(QUrl::FullyEncoded).toLatin1();
+    evhttp_add_header(headers, "Host", host.constData());
+    evhttp_add_header(headers, "Connection", "close");
+    evhttp_add_header(headers, "User-Agent", "Dugwise");
+    evhttp_add_header(headers, "Accept", "application/json");
+    if (request.json) {
+        evhttp_add_header(headers, "Content-Type", "application/json");
+        evbuffer_add(evhttp_request_get_output_buffer(sent),
+                     request.json->constData(),
+                     static_cast<std::size_t>(request.json->size()));
+    }
+    const QByteArray path =
+        (request.server.base.path(QUrl::FullyEncoded) + request.path).toLatin1();
+    return evhttp_make_request(
+               connection, sent, request.json ? EVHTTP_REQ_POST : EVHTTP_REQ_GET, path.constData())
+           == 0;
+}
+
+timeval toTimeval(std::chrono::milliseconds duration)
+{
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(duration);
+    const std::chrono::microseconds rest = duration - seconds;
+    return {seconds.count(), rest.count()};
+}
+
+/// Runs on a worker.
+Outcome<QByteArray> exchange(const Request &request, const std::stop_token &stop)
+{
+    static const int kHasThreads = evthread_use_pthreads(); // a stop comes from another thread
+    const EventBase base(event_base_new());
+    const QByteArray address = request.server.address.toLatin1();
+    const int port = request.server.base.port(kHttpPort);
+    const Connection connection(evhttp_connection_base_new(
+        base.get(), nullptr, address.constData(), static_cast<ev_uint16_t>(port)));
+    if (kHasThreads != 0 || !base || !connection)
+        return Failure{u"no connection can be made"_s};
+    evhttp_connection_set_max_headers_size(connection.get(), kMostHeaderBytes);
+    evhttp_connection_set_max_body_size(connection.get(), LoopbackHttp::kMostBytes);
+    evhttp_connection_set_retries(connection.get(), 0);
+
+    Running running{base.get()};
+    const timeval timeout = toTimeval(request.timeout);
+    event_base_loopexit(base.get(), &timeout);
+    if (!start(connection.get(), request, running))
+        return Failure{u"nobody answers"_s};
+    // Unlike a break, an exit that comes before the loop is not forgotten.
+    const std::stop_callback stopping(stop, [&] { event_base_loopexit(base.get(), nullptr); });
+    event_base_dispatch(base.get());
+    return running.outcome;
+}
 
 } // namespace
+
+LoopbackHttp::LoopbackHttp()
+{
+    m_workers.setMaxThreadCount(kMostExchanges);
+}
+
+LoopbackHttp::~LoopbackHttp()
+{
+    m_stop.request_stop();
+    m_workers.waitForDone();
+}
 
 QCoro::Task<Outcome<QByteArray>>
 LoopbackHttp::get(LoopbackServer server, QString path, std::chrono::milliseconds timeout)
 {
-    auto *const exchange = new Exchange(server, path, &m_exchanges);
-    exchange->get(timeout);
-    const QFuture<Outcome<QByteArray>> answer = exchange->answer();
+    const Request request{server, path, std::nullopt, timeout};
+    const QFuture<Outcome<QByteArray>> answer =
+        QtConcurrent::run(&m_workers, exchange, request, m_stop.get_token());
     const Outcome<QByteArray> outcome = co_await answer;
     co_return outcome;
 }
@@ -146,9 +164,9 @@ QCoro::Task<Outcome<QByteArray>> LoopbackHttp::post(LoopbackServer server,
                                                     QByteArray json,
                                                     std::chrono::milliseconds timeout)
 {
-    auto *const exchange = new Exchange(server, path, &m_exchanges);
-    exchange->post(json, timeout);
-    const QFuture<Outcome<QByteArray>> answer = exchange->answer();
+    const Request request{server, path, json, timeout};
+    const QFuture<Outcome<QByteArray>> answer =
+        QtConcurrent::run(&m_workers, exchange, request, m_stop.get_token());
     const Outcome<QByteArray> outcome = co_await answer;
     co_return outcome;
 }

@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+#include <arpa/inet.h>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -15,10 +17,23 @@ namespace {
 /// Lists of blocked names take a few megabytes.
 constexpr qint64 kMostHosts = 16 * 1024 * 1024;
 
-/// The addresses that the hosts file gives a name, in its order.
-QList<QHostAddress> listedAddresses(const QString &name, const QString &hostsFile)
+const QString kLoopback4 = u"127.0.0.1"_s;
+const QString kLoopback6 = u"::1"_s;
+
+bool isLoopback(const QString &address)
 {
-    QList<QHostAddress> addresses;
+    const QByteArray digits = address.toLatin1();
+    in_addr ipv4 = {};
+    if (::inet_pton(AF_INET, digits.constData(), &ipv4) == 1)
+        return ntohl(ipv4.s_addr) >> IN_CLASSA_NSHIFT == IN_LOOPBACKNET;
+    in6_addr ipv6 = {};
+    return ::inet_pton(AF_INET6, digits.constData(), &ipv6) == 1 && IN6_IS_ADDR_LOOPBACK(&ipv6);
+}
+
+/// The addresses that the hosts file gives a name, in its order.
+QStringList listedAddresses(const QString &name, const QString &hostsFile)
+{
+    QStringList addresses;
     QFile file(hostsFile);
     if (!file.open(QFile::ReadOnly))
         return addresses;
@@ -26,20 +41,19 @@ QList<QHostAddress> listedAddresses(const QString &name, const QString &hostsFil
     for (const QString &line : lines) {
         const QStringList words = line.section(u'#', 0, 0).simplified().split(u' ');
         if (words.sliced(1).contains(name, Qt::CaseInsensitive))
-            addresses.append(QHostAddress(words.first()));
+            addresses.append(words.first());
     }
     return addresses;
 }
 
-QList<QHostAddress> addressesOf(const QString &host, const QString &hostsFile)
+QStringList addressesOf(const QString &host, const QString &hostsFile)
 {
-    const QHostAddress literal(host);
-    if (!literal.isNull())
-        return {literal};
-    const QList<QHostAddress> listed = listedAddresses(host, hostsFile);
+    if (isLoopback(host))
+        return {host};
+    const QStringList listed = listedAddresses(host, hostsFile);
     const bool isLocal = host == "localhost"_L1 || host.endsWith(".localhost"_L1);
     if (listed.isEmpty() && isLocal)
-        return {QHostAddress(QHostAddress::LocalHost), QHostAddress(QHostAddress::LocalHostIPv6)};
+        return {kLoopback4, kLoopback6};
     return listed;
 }
 
@@ -54,12 +68,12 @@ Outcome<QList<LoopbackServer>> loopbackServers(const QString &base, const QStrin
     while (url.path().endsWith(u'/'))
         url.setPath(url.path().chopped(1));
 
-    const QList<QHostAddress> addresses = addressesOf(url.host(), hostsFile);
-    const bool isHere = std::ranges::all_of(addresses, &QHostAddress::isLoopback);
+    const QStringList addresses = addressesOf(url.host(), hostsFile);
+    const bool isHere = std::ranges::all_of(addresses, isLoopback);
     if (addresses.isEmpty() || !isHere)
         return Failure{u"%1 is not on this machine"_s.arg(url.toDisplayString())};
     QList<LoopbackServer> servers;
-    for (const QHostAddress &address : addresses)
+    for (const QString &address : addresses)
         servers.append({url, address});
     return servers;
 }
