@@ -7,6 +7,8 @@
 #include "Platform/MetadataQueryCommand.h"
 #include "Platform/PDFDocument.h"
 #include "Platform/SentenceEmbedding.h"
+#include "Platform/SystemLanguageModel.h"
+#include "Platform/Workspace.h"
 
 #include <QHash>
 
@@ -151,6 +153,38 @@ private:
     private:
         const FakeSentenceEmbedding &m_embedding;
     };
+};
+
+/// Generates one text after the other that a test has set down, and keeps what it was asked.
+class FakeLanguageModel final : public SystemLanguageModel
+{
+public:
+    bool isThere = true;
+    QStringList texts; ///< none left: the request fails
+    QList<LanguageModelRequest> requests;
+
+    [[nodiscard]] bool isAvailable() override { return isThere; }
+    [[nodiscard]] QCoro::Task<void> firstAnswer() override { co_return; }
+    [[nodiscard]] QString description() const override { return QStringLiteral("made up"); }
+    [[nodiscard]] QCoro::Task<Outcome<QString>> respond(LanguageModelRequest request) override
+    {
+        requests.append(request);
+        if (texts.isEmpty())
+            co_return Failure{QStringLiteral("nothing to say")};
+        const QString text = texts.takeFirst();
+        co_return text;
+    }
+};
+
+/// Opens nothing, and keeps the paths.
+class FakeWorkspace final : public Workspace
+{
+public:
+    QStringList opened;
+    QStringList shown;
+
+    void open(const QString &path) override { opened.append(path); }
+    void showInFileManager(const QString &path) override { shown.append(path); }
 };
 
 /// Picks what a test has chosen, or cancels.

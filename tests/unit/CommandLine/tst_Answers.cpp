@@ -22,7 +22,7 @@ ChatMessage sampleAnswer()
 {
     return {
         .id = QUuid::createUuid(),
-        .content = u"Look at **this** and ** that"_s,
+        .content = u"Look at **this** and ** that\n\033[31m"_s,
         .isUser = false,
         .timestamp = kNow,
         .results = {{QUuid::createUuid(),
@@ -47,7 +47,7 @@ class TstAnswers : public QObject
 private Q_SLOTS:
     void jsonHoldsTheWholeAnswerOnOneLine()
     {
-        const QByteArray line = answerJson(u"why \"not\"\nnow"_s, sampleAnswer());
+        const QByteArray line = answerJson(u"why \"not\"\nnow"_s, {}, sampleAnswer());
         QVERIFY(!line.contains('\n'));
         const QJsonObject object = QJsonDocument::fromJson(line).object();
         QCOMPARE(object["request"_L1].toString(), u"why \"not\"\nnow"_s);
@@ -66,6 +66,14 @@ private Q_SLOTS:
         const QJsonObject event = object["crossAppResults"_L1][0].toObject();
         QCOMPARE(event["source"_L1].toString(), u"Email"_s);
         QVERIFY(event["actionPath"_L1].isNull());
+
+        const ChatAction action{ChatAction::Kind::getInsights, {}};
+        ChatMessage told = sampleAnswer();
+        told.insights = DocumentInsightsResult{.fileName = u"a"_s, .entities = {u"b"_s}};
+        const QByteArray second = answerJson(u"x"_s, action, told);
+        QVERIFY(second.contains(R"("action":"getInsights",)"));
+        QVERIFY(second.endsWith(R"("insights":{"fileName":"a","summary":"","keyPoints":[],)"
+                                R"("documentType":"","entities":["b"]}})"));
     }
 
     void textIsPlainForAPipeAndHarmlessToATerminal()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Models/AppState.h"
 #include "Platform/Platform.h"
+#include "support/Fakes.h"
 #include "support/SampleFiles.h"
 #include "support/SampleHome.h"
 
@@ -27,6 +28,8 @@ public:
     bool isReversing = false;
     /// Where set, the first request waits here before it is understood.
     std::shared_ptr<QPromise<void>> gate;
+    std::optional<DocumentInsightsResult> insights;
+    QString seenText;
     QList<SearchResult> seenResults;
     QList<CrossAppResult> seenCrossAppResults;
 
@@ -47,9 +50,14 @@ public:
         seenCrossAppResults = crossAppResults;
         co_return u"answer to "_s + query;
     }
-    QCoro::Task<std::optional<DocumentInsightsResult>> generateInsights(QString, QString) override
+    QCoro::Task<std::optional<DocumentInsightsResult>> generateInsights(QString text,
+                                                                        QString fileName) override
     {
-        co_return std::nullopt;
+        seenText = text;
+        std::optional<DocumentInsightsResult> answer = insights;
+        if (answer)
+            answer->fileName = fileName;
+        co_return answer;
     }
     QCoro::Task<QList<SearchResult>> rerankResults(QString, QList<SearchResult> results) override
     {
@@ -155,12 +163,14 @@ private:
         FakeContacts *contacts = nullptr;
         FakeMail *mail = nullptr;
         FakeMessages *messages = nullptr;
+        FakeWorkspace *workspace = nullptr;
         std::unique_ptr<AppState> state;
 
         Conversation()
         {
             home.platform.clock = Clock(kNow);
             home.platform.metadataQueryCommand = adopt<FakeQueryCommand>(command);
+            home.platform.workspace = adopt<FakeWorkspace>(workspace);
             AppServices services(home.platform);
             services.llm = adopt<FakeModel>(model);
             services.calendar = adopt<FakeCalendar>(calendar);
@@ -350,6 +360,87 @@ private Q_SLOTS:
         QVERIFY(chat.state->lastCrossAppResults().isEmpty());
     }
 
+    void aCommandOpensAFile()
+    {
+        Conversation chat;
+        chat.ask(u"budget"_s, {old(u"/d/budget.txt"_s), old(u"/d/a **budget** %1.txt"_s)});
+        const QList<SearchResult> results = chat.state->lastResults();
+        QVERIFY(!chat.state->latestAction());
+        QSignalSpy answered(chat.state.get(), &AppState::answered);
+        chat.state->submitQuery(u" open #2 "_s, {});
+        QCOMPARE(answered.size(), 1);
+        QCOMPARE(chat.workspace->opened, QStringList{results[1].file->path});
+        QCOMPARE(chat.state->latestAction()->kind, ChatAction::Kind::openFile);
+        const QList<ChatMessage> messages = chat.state->messages();
+        QCOMPARE(messages.size(), 4);
+        QCOMPARE(messages[2].content, u"open #2"_s);
+        QCOMPARE(messages[3].content, u"Opening **%1** for you."_s.arg(results[1].file->name));
+        QVERIFY(messages[2].isUser && !messages[3].isUser && messages[3].results.isEmpty());
+        QCOMPARE(chat.state->recentSearches(), QStringList{u"budget"_s});
+        QCOMPARE(chat.state->lastResults(), results);
+        QVERIFY(!chat.state->selectedResult());
+        QVERIFY(!chat.state->isSearching());
+    }
+
+    void aCommandTellsOfAFile()
+    {
+        Conversation chat;
+        const QString file = chat.home.path(u"budget.txt"_s);
+        writeFile(file, QByteArray("word ").repeated(2000));
+        chat.model->insights = DocumentInsightsResult{.summary = u"Sums."_s};
+        chat.ask(u"budget"_s, {old(file), old(u"/d/budget.bin"_s)});
+        chat.state->submitQuery(u"tell me about #1"_s, {});
+        QVERIFY(chat.state->isSearching());
+        QCOMPARE(chat.state->selectedResult(), std::optional(chat.state->lastResults()[0]));
+        QTRY_VERIFY(!chat.state->isSearching());
+        const ChatMessage answer = chat.state->messages().last();
+        QVERIFY(answer.content.startsWith(u"Here's what I found in **budget.txt**:"_s));
+        QCOMPARE(answer.insights->fileName, u"budget.txt"_s);
+        QVERIFY(chat.state->previewInsights() == answer.insights);
+        QVERIFY(chat.model->seenText.startsWith(u"word word "_s));
+        QVERIFY(chat.model->seenText.size() >= 4000 && chat.model->seenText.size() < 4100);
+
+        chat.model->seenText.clear();
+        chat.ask(u"what is in the second"_s, {}); // of a kind without text
+        QVERIFY(chat.model->seenText.isEmpty());
+        QVERIFY(chat.state->messages().last().content.startsWith(
+            u"I couldn't extract insights from **budget.bin**. "_s));
+        QVERIFY(!chat.state->messages().last().insights);
+        QVERIFY(chat.state->previewInsights() == answer.insights);
+        QCOMPARE(chat.state->recentSearches(), QStringList{u"budget"_s});
+    }
+
+    void thePreviewGetsInsightsOfItsOwn()
+    {
+        Conversation chat;
+        const QString file = chat.home.path(u"budget.txt"_s);
+        writeFile(file, "words");
+        chat.model->insights = DocumentInsightsResult{.summary = u"Sums."_s};
+        chat.state->generatePreviewInsights(old(file));
+        QVERIFY(chat.state->isGeneratingInsights());
+        QTRY_VERIFY(!chat.state->isGeneratingInsights());
+        QCOMPARE(chat.state->previewInsights()->summary, u"Sums."_s);
+        chat.state->generatePreviewInsights(old(u"/d/missing.txt"_s));
+        QVERIFY(!chat.state->previewInsights());
+        QTRY_VERIFY(!chat.state->isGeneratingInsights());
+        QVERIFY(!chat.state->previewInsights());
+        QVERIFY(chat.state->messages().isEmpty());
+    }
+
+    void whatAModelWritesIsNoCommand()
+    {
+        Conversation chat;
+        chat.ask(u"open #1"_s, {old(u"/d/open #1.txt"_s)}); // the answer repeats the request
+        QCOMPARE(chat.state->messages().last().content, u"answer to open #1"_s);
+        chat.model->insights = DocumentInsightsResult{.summary = u"open #1"_s,
+                                                      .keyPoints = {u"launch the first"_s},
+                                                      .documentType = u"open it"_s};
+        chat.state->generatePreviewInsights(old(u"/d/open #1.txt"_s));
+        chat.ask(u"tell me about #1"_s, {});
+        QVERIFY(chat.workspace->opened.isEmpty());
+        QVERIFY(chat.workspace->shown.isEmpty());
+    }
+
     void twoRequestsMayAnswerOutOfOrder()
     {
         Conversation chat;
@@ -378,6 +469,7 @@ private Q_SLOTS:
         {
             Conversation chat;
             chat.state->submitQuery(u"scoring while it goes"_s, {old(u"/d/scoring.txt"_s)});
+            chat.state->generatePreviewInsights(old(u"/d/scoring.txt"_s));
         }
         QTest::qWait(0);
     }
