@@ -5,6 +5,7 @@
 #include "Platform/FolderPicker.h"
 #include "Platform/MetadataItem.h"
 #include "Platform/MetadataQueryCommand.h"
+#include "Platform/NetworkPathMonitor.h"
 #include "Platform/PDFDocument.h"
 #include "Platform/SentenceEmbedding.h"
 #include "Platform/StandardFolders.h"
@@ -36,6 +37,7 @@ struct Platform
     std::unique_ptr<SentenceEmbedding> sentenceEmbedding;
     std::unique_ptr<SystemLanguageModel> languageModel;
     std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<NetworkPathMonitor> networkPathMonitor;
 };
 
 } // namespace dugwise
