@@ -5,6 +5,7 @@
 #include "Platform/FolderPicker.h"
 #include "Platform/MetadataItem.h"
 #include "Platform/MetadataQueryCommand.h"
+#include "Platform/NetworkPathMonitor.h"
 #include "Platform/PDFDocument.h"
 #include "Platform/SentenceEmbedding.h"
 #include "Platform/SystemLanguageModel.h"
@@ -59,6 +60,16 @@ public:
             output = outputs.takeFirst();
         co_return output;
     }
+};
+
+/// Follows the paths that a test hands to the handler.
+class FakeNetworkPathMonitor final : public NetworkPathMonitor
+{
+public:
+    UpdateHandler updateHandler; ///< none while nobody watches
+
+    void start(UpdateHandler handler) override { updateHandler = std::move(handler); }
+    void cancel() override { updateHandler = {}; }
 };
 
 /// The texts of a document's pages; absent where a page is only a picture.
