@@ -69,6 +69,7 @@ int main(int argc, char *argv[])
     if (!arguments->useModel)
         platform.languageModel.reset();
     DugwiseApp app(platform);
-    CommandLine commandLine(platform, app.appState(), app.fileIndexer());
+    const auto networkMonitor = [&app]() -> NetworkMonitor & { return app.networkMonitor(); };
+    CommandLine commandLine(platform, app.appState(), app.fileIndexer(), networkMonitor);
     return commandLine.run(*arguments);
 }

@@ -10,6 +10,7 @@
 #include "Models/AppState.h"
 #include "Platform/Platform.h"
 #include "Services/FileIndexer.h"
+#include "Services/NetworkMonitor.h"
 #include "Utilities/Formatters.h"
 #include "Utilities/Text.h"
 
@@ -64,10 +65,14 @@ bool isTerminal(int descriptor)
 
 } // namespace
 
-CommandLine::CommandLine(const Platform &platform, AppState &appState, FileIndexer &fileIndexer)
+CommandLine::CommandLine(const Platform &platform,
+                         AppState &appState,
+                         FileIndexer &fileIndexer,
+                         std::function<NetworkMonitor &()> networkMonitor)
     : m_platform(platform)
     , m_appState(appState)
     , m_fileIndexer(fileIndexer)
+    , m_networkMonitor(std::move(networkMonitor))
 {}
 
 int CommandLine::run(const Arguments &arguments)
@@ -209,7 +214,13 @@ int CommandLine::status()
 {
     waitUntilSettled();
     waitUntil(m_appState, &AppState::started, [&] { return m_appState.isStarted(); });
-    print(statusText(m_platform, m_appState, m_fileIndexer));
+    const NetworkMonitor &network = m_networkMonitor();
+    if (m_platform.networkPathMonitor) {
+        waitUntil(network, &NetworkMonitor::connectionTypeChanged, [&] {
+            return network.connectionType() != NetworkMonitor::kUnknown;
+        });
+    }
+    print(statusText(m_platform, m_appState, m_fileIndexer, network));
     return kDone;
 }
 

@@ -4,10 +4,13 @@
 
 #include "CommandLine/Arguments.h"
 
+#include <functional>
+
 namespace dugwise {
 
 class AppState;
 class FileIndexer;
+class NetworkMonitor;
 struct Platform;
 
 /// Carries out one command on the application's own objects and returns the exit status: 0, 1 when
@@ -15,7 +18,11 @@ struct Platform;
 class CommandLine
 {
 public:
-    CommandLine(const Platform &platform, AppState &appState, FileIndexer &fileIndexer);
+    /// `networkMonitor` is called by the commands that need it, so that no other starts watching.
+    CommandLine(const Platform &platform,
+                AppState &appState,
+                FileIndexer &fileIndexer,
+                std::function<NetworkMonitor &()> networkMonitor);
 
     [[nodiscard]] int run(const Arguments &arguments);
 
@@ -35,6 +42,7 @@ private:
     const Platform &m_platform;
     AppState &m_appState;
     FileIndexer &m_fileIndexer;
+    std::function<NetworkMonitor &()> m_networkMonitor;
 };
 
 /// Prints the text of a file; 1 when it has none. Needs no index.

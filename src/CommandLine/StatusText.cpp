@@ -9,6 +9,7 @@
 #include "Platform/Platform.h"
 #include "Platform/Sandbox.h"
 #include "Services/FileIndexer.h"
+#include "Services/NetworkMonitor.h"
 #include "Utilities/Formatters.h"
 
 #include <QFileInfo>
@@ -99,10 +100,18 @@ QString machineSearchState(const Platform &platform)
     return (QStringList{u"on: "_s + present.join(u", "_s)} + missing).join(u"; "_s);
 }
 
+QString networkState(const NetworkMonitor &monitor)
+{
+    const QString connected = monitor.isConnected() ? u"connected"_s : u"not connected"_s;
+    return monitor.connectionType() + u", "_s + connected;
+}
+
 } // namespace
 
-QString
-statusText(const Platform &platform, const AppState &appState, const FileIndexer &fileIndexer)
+QString statusText(const Platform &platform,
+                   const AppState &appState,
+                   const FileIndexer &fileIndexer,
+                   const NetworkMonitor &networkMonitor)
 {
     const QString indexPath = platform.folders.data + u'/' + FileIndexer::kIndexFileName;
     const QString notYet = u"not part of this version"_s;
@@ -119,7 +128,8 @@ statusText(const Platform &platform, const AppState &appState, const FileIndexer
            + line(u"calendar"_s, onOrWhyNot(appState.calendarEnabled(), notYet))
            + line(u"contacts"_s, onOrWhyNot(appState.contactsEnabled(), notYet)) + u"Network\n"_s
            + line(u"connections"_s,
-                  u"to a model server on this machine at most; nothing leaves it"_s);
+                  u"to a model server on this machine at most; nothing leaves it"_s)
+           + line(u"this machine"_s, networkState(networkMonitor));
 }
 
 } // namespace dugwise

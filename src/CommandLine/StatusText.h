@@ -8,10 +8,13 @@ namespace dugwise {
 
 class AppState;
 class FileIndexer;
+class NetworkMonitor;
 struct Platform;
 
 /// What is indexed and which sources are on, or why they are not, over several lines.
-[[nodiscard]] QString
-statusText(const Platform &platform, const AppState &appState, const FileIndexer &fileIndexer);
+[[nodiscard]] QString statusText(const Platform &platform,
+                                 const AppState &appState,
+                                 const FileIndexer &fileIndexer,
+                                 const NetworkMonitor &networkMonitor);
 
 } // namespace dugwise

@@ -362,6 +362,13 @@ private Q_SLOTS:
         QCOMPARE(readFile(kept), vectors);
     }
 
+    void statusTellsOfTheNetwork()
+    {
+        const Outcome status = run({u"status"_s});
+        QVERIFY2(status.out.contains("  this machine      "), status.out.constData());
+        QVERIFY(!status.out.contains("Unknown"));
+    }
+
     void misuseEndsWithTwo()
     {
         const Outcome misuse = run({u"ask"_s, u"--quickly"_s, u"x"_s});
