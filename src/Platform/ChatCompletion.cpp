@@ -47,19 +47,6 @@ void addResponseFormat(JsonText &json, const GenerationSchema &schema)
     json.endObject();
 }
 
-QString withoutReasoning(const QString &text)
-{
-    static const QString kStart = u"<think>"_s;
-    static const QString kEnd = u"</think>"_s;
-    const qsizetype end = text.indexOf(kEnd);
-    if (end < 0 || !text.trimmed().startsWith(kStart))
-        return text;
-    qsizetype start = end + kEnd.size();
-    while (start < text.size() && text[start].isSpace())
-        ++start;
-    return text.sliced(start);
-}
-
 } // namespace
 
 QStringList modelNames(const QByteArray &body)
@@ -97,7 +84,7 @@ Outcome<QString> answerText(const QByteArray &body)
         QJsonDocument::fromJson(body).object()["choices"_L1].toArray().at(0).toObject();
     if (choice["finish_reason"_L1].toString() == "length"_L1)
         return Failure{u"the model was cut short"_s};
-    const QString text = withoutReasoning(choice["message"_L1]["content"_L1].toString());
+    const QString text = choice["message"_L1]["content"_L1].toString();
     if (text.isEmpty())
         return Failure{u"the answer has no text"_s};
     return text;

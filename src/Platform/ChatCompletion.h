@@ -14,8 +14,7 @@ namespace dugwise::ChatCompletion {
 /// The request to one model, as JSON.
 [[nodiscard]] QByteArray requestBody(const QString &model, const LanguageModelRequest &request);
 
-/// The text in a server's answer, without the reasoning that some models write before it. Fails
-/// when there is none and when the model was cut short.
+/// The text in a server's answer. Fails when there is none and when the model was cut short.
 [[nodiscard]] Outcome<QString> answerText(const QByteArray &body);
 
 } // namespace dugwise::ChatCompletion

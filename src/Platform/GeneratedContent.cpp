@@ -74,22 +74,14 @@ Outcome<GeneratedContent> content(const Json &object, const GenerationSchema &sc
     return content;
 }
 
-} // namespace
-
-const GeneratedContent::Value *GeneratedContent::value(const QString &name) const
-{
-    const auto at = std::ranges::find(properties, name, &Property::name);
-    return at == properties.end() ? nullptr : &at->value;
-}
-
-Outcome<GeneratedContent> generatedContent(const QByteArray &text, const GenerationSchema &schema)
+/// The first object in the text that is of the schema.
+Outcome<GeneratedContent> firstContent(const QByteArray &text, const GenerationSchema &schema)
 {
     // Not by recursion, which nesting could drive too deep.
     constexpr unsigned kHow = rapidjson::kParseIterativeFlag | rapidjson::kParseStopWhenDoneFlag
                               | rapidjson::kParseValidateEncodingFlag;
     Outcome<GeneratedContent> outcome = Failure{u"there is no JSON object"_s};
-    const qsizetype reasoningEnd = text.lastIndexOf("</think>");
-    qsizetype start = text.indexOf('{', std::max<qsizetype>(reasoningEnd, 0));
+    qsizetype start = text.indexOf('{');
     for (int i = 0; i < kMostTries && start >= 0; ++i) {
         rapidjson::Document document;
         rapidjson::StringStream stream(text.constData() + start);
@@ -104,6 +96,25 @@ Outcome<GeneratedContent> generatedContent(const QByteArray &text, const Generat
         start = text.indexOf('{', start + length);
     }
     return outcome;
+}
+
+} // namespace
+
+const GeneratedContent::Value *GeneratedContent::value(const QString &name) const
+{
+    const auto at = std::ranges::find(properties, name, &Property::name);
+    return at == properties.end() ? nullptr : &at->value;
+}
+
+Outcome<GeneratedContent> readGeneratedContent(const QByteArray &text,
+                                               const GenerationSchema &schema)
+{
+    const qsizetype reasoningEnd = text.lastIndexOf("</think>");
+    if (reasoningEnd >= 0) {
+        if (const auto behind = firstContent(text.sliced(reasoningEnd), schema))
+            return behind;
+    }
+    return firstContent(text, schema);
 }
 
 } // namespace dugwise

@@ -33,8 +33,9 @@ struct GeneratedContent
 
 /// The first JSON object in a model's answer that has every property of the schema in its type.
 /// What stands around it (reasoning, a code fence) and further properties are passed over, and a
-/// list that is longer than it may be is cut. `text` may be any bytes.
-[[nodiscard]] Outcome<GeneratedContent> generatedContent(const QByteArray &text,
-                                                         const GenerationSchema &schema);
+/// list that is longer than it may be is cut. `text` may be any bytes, and reading a megabyte may
+/// take longer than a frame.
+[[nodiscard]] Outcome<GeneratedContent> readGeneratedContent(const QByteArray &text,
+                                                             const GenerationSchema &schema);
 
 } // namespace dugwise

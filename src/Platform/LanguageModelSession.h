@@ -5,6 +5,9 @@
 #include "Platform/Generable.h"
 #include "Platform/SystemLanguageModel.h"
 
+#include <QCoroFuture>
+#include <QtConcurrentRun>
+
 namespace dugwise {
 
 /// Asks a language model under fixed instructions. A session keeps nothing of what was asked. It
@@ -34,7 +37,10 @@ public:
         const Outcome<QString> text = co_await answer;
         if (!text)
             co_return Failure{text.error()};
-        const Outcome<GeneratedContent> content = generatedContent(text->toUtf8(), schema);
+        // What a model writes may be long.
+        const QFuture<Outcome<GeneratedContent>> reading =
+            QtConcurrent::run(readGeneratedContent, text->toUtf8(), schema);
+        const Outcome<GeneratedContent> content = co_await reading;
         if (!content)
             co_return Failure{content.error()};
         co_return decoded<T>(*content);

@@ -6,6 +6,7 @@
 
 #include <QCoroFuture>
 #include <QPointer>
+#include <QtConcurrentRun>
 
 #include <array>
 #include <cmath>
@@ -106,13 +107,15 @@ QCoro::Task<Outcome<QString>> LocalModelServer::respond(LanguageModelRequest req
     const Outcome<QByteArray> answer = co_await exchange;
     if (!answer)
         co_return Failure{answer.error()};
-    co_return ChatCompletion::answerText(*answer);
+    const QFuture<Outcome<QString>> reading =
+        QtConcurrent::run(ChatCompletion::answerText, *answer);
+    const Outcome<QString> text = co_await reading;
+    co_return text;
 }
 
-std::optional<LocalModelServer::Found>
-LocalModelServer::found(const LoopbackServer &server, const Outcome<QByteArray> &models) const
+std::optional<LocalModelServer::Found> LocalModelServer::found(const LoopbackServer &server,
+                                                               const QStringList &names) const
 {
-    const QStringList names = models ? ChatCompletion::modelNames(*models) : QStringList();
     if (names.isEmpty())
         return std::nullopt;
     return Found{server, m_settings.model.isEmpty() ? names.first() : m_settings.model};
@@ -133,7 +136,13 @@ QCoro::Task<void> LocalModelServer::probe()
         const Outcome<QByteArray> models = co_await exchange;
         if (!self)
             co_return;
-        answering = found(servers[static_cast<qsizetype>(i)], models);
+        if (!models)
+            continue;
+        const QFuture<QStringList> reading = QtConcurrent::run(ChatCompletion::modelNames, *models);
+        const QStringList names = co_await reading;
+        if (!self)
+            co_return;
+        answering = found(servers[static_cast<qsizetype>(i)], names);
     }
     m_found = answering;
     m_isProbing = false;

@@ -46,8 +46,9 @@ private:
         QString model;
     };
 
+    /// The server, unless it lists no models.
     [[nodiscard]] std::optional<Found> found(const LoopbackServer &server,
-                                             const Outcome<QByteArray> &models) const;
+                                             const QStringList &names) const;
     QCoro::Task<void> probe();
 
     Settings m_settings;

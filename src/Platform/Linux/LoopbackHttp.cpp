@@ -10,6 +10,7 @@
 #include <event2/http.h>
 #include <event2/thread.h>
 
+#include <csignal>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -57,7 +58,9 @@ struct Running
 void conclude(evhttp_request *answer, void *context)
 {
     auto &running = *static_cast<Running *>(context);
-    event_base_loopbreak(running.base);
+    // Unlike a break, an exit that comes before the loop is not forgotten: some connections fail
+    // while they are made.
+    event_base_loopexit(running.base, nullptr);
     const int status = answer ? evhttp_request_get_response_code(answer) : 0;
     if (status == 0)
         return;
@@ -110,16 +113,33 @@ timeval toTimeval(std::chrono::milliseconds duration)
     return {seconds.count(), rest.count()};
 }
 
+/// A stop comes from another thread, and nothing is told of what fails.
+bool prepareLibrary()
+{
+    event_set_log_callback([](int, const char *) {});
+    return evthread_use_pthreads() == 0;
+}
+
+/// For this thread alone: a server may hang up while it is written to.
+void blockBrokenPipeSignal()
+{
+    sigset_t brokenPipe = {};
+    ::sigemptyset(&brokenPipe);
+    ::sigaddset(&brokenPipe, SIGPIPE);
+    ::pthread_sigmask(SIG_BLOCK, &brokenPipe, nullptr);
+}
+
 /// Runs on a worker.
 Outcome<QByteArray> exchange(const Request &request, const std::stop_token &stop)
 {
-    static const int kHasThreads = evthread_use_pthreads(); // a stop comes from another thread
+    static const bool kIsReady = prepareLibrary();
+    blockBrokenPipeSignal();
     const EventBase base(event_base_new());
     const QByteArray address = request.server.address.toLatin1();
     const int port = request.server.base.port(kHttpPort);
     const Connection connection(evhttp_connection_base_new(
         base.get(), nullptr, address.constData(), static_cast<ev_uint16_t>(port)));
-    if (kHasThreads != 0 || !base || !connection)
+    if (!kIsReady || !base || !connection)
         return Failure{u"no connection can be made"_s};
     evhttp_connection_set_max_headers_size(connection.get(), kMostHeaderBytes);
     evhttp_connection_set_max_body_size(connection.get(), LoopbackHttp::kMostBytes);
@@ -127,10 +147,10 @@ Outcome<QByteArray> exchange(const Request &request, const std::stop_token &stop
 
     Running running{base.get()};
     const timeval timeout = toTimeval(request.timeout);
+    evhttp_connection_set_timeout_tv(connection.get(), &timeout); // else it has limits of its own
     event_base_loopexit(base.get(), &timeout);
     if (!start(connection.get(), request, running))
         return Failure{u"nobody answers"_s};
-    // Unlike a break, an exit that comes before the loop is not forgotten.
     const std::stop_callback stopping(stop, [&] { event_base_loopexit(base.get(), nullptr); });
     event_base_dispatch(base.get());
     return running.outcome;

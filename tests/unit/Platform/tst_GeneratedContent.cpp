@@ -56,7 +56,7 @@ private:
 
     static Outcome<Parcel> read(const QByteArray &text)
     {
-        const auto content = generatedContent(text, generationSchema<Parcel>());
+        const auto content = readGeneratedContent(text, generationSchema<Parcel>());
         return content ? decoded<Parcel>(*content) : Outcome<Parcel>(Failure{content.error()});
     }
 
@@ -84,6 +84,7 @@ private Q_SLOTS:
         QTest::newRow("reasoning that drafts")
             << QByteArray(R"(<think>{"label":"no","size":"small","words":[],"numbers":[]}</think>)")
             << QByteArray();
+        QTest::newRow("speaks of reasoning") << QByteArray() << QByteArray(" </think> and no more");
         QTest::newRow("another object") << QByteArray("{\"label\":\"x\"} ") << QByteArray(" {}");
         QTest::newRow("stray bytes") << QByteArray("\xFF{\xFE") << QByteArray("\xFF");
     }

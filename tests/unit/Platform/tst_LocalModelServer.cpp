@@ -126,8 +126,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         const QString text = u"\n  Two **files**.\n"_s;
         QTest::newRow("untrimmed") << Reply::content(text) << text;
-        QTest::newRow("reasoning apart")
-            << Reply::content(u"<think>\nHm.</think>\n\nTwo files."_s) << u"Two files."_s;
         QTest::newRow("in chunks")
             << Reply::chunked(R"({"choices":[{"message":{"content":"x"}}]})", 3) << u"x"_s;
     }
@@ -160,7 +158,6 @@ private Q_SLOTS:
         QTest::newRow("no choice") << Reply::body(R"({"choices":[]})");
         QTest::newRow("no content") << Reply::body(R"({"choices":[{"message":{"content":null}}]})");
         QTest::newRow("empty content") << Reply::content(u""_s);
-        QTest::newRow("reasoning alone") << Reply::content(u"<think>Hm.</think>"_s);
         QTest::newRow("cut short") << Reply::content(u"I found"_s, u"length"_s);
         QTest::newRow("a gigabyte") << Reply::large(1'000'000'000);
         QTest::newRow("silence") << Reply::silence();
@@ -192,6 +189,34 @@ private Q_SLOTS:
         timer.start();
         QVERIFY(!ask(*model, u"?"_s));
         QVERIFY(timer.elapsed() < 1000);
+    }
+
+    void whatCannotBeConnectedToFailsAtOnce()
+    {
+        LoopbackHttp http;
+        QElapsedTimer timer;
+        timer.start();
+        bool hasFailed = false;
+        const LoopbackServer nowhere{QUrl(u"http://127.0.0.1:0"_s), u"127.0.0.1"_s};
+        http.get(nowhere, u"/x"_s, 60s).then([&](const Outcome<QByteArray> &answer) {
+            hasFailed = !answer;
+        });
+        QTRY_VERIFY(hasFailed);
+        QVERIFY(timer.elapsed() < 2000);
+    }
+
+    void aServerMayHangUpWhileItIsWrittenTo()
+    {
+        ModelServer server;
+        server.defaultReply = Reply::closed();
+        LoopbackHttp http;
+        int ended = 0;
+        const LoopbackServer here{QUrl(server.base()), u"127.0.0.1"_s};
+        const QByteArray large(3'000'000, ' ');
+        constexpr int kRounds = 20;
+        for (int i = 0; i < kRounds; ++i)
+            http.post(here, u"/nothing"_s, large, 60s).then([&](const auto &) { ++ended; });
+        QTRY_COMPARE_WITH_TIMEOUT(ended, kRounds, 60'000);
     }
 
     void requestsOverlap()
