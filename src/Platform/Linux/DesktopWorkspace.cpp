@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/DesktopWorkspace.h"
 
+#include "Platform/Linux/DetachedProgram.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QFileInfo>
-#include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QUrl>
 
@@ -19,20 +21,26 @@ namespace {
 /// A file manager that is not running is started for the call.
 constexpr int kShowTimeout = 10'000;
 
+/// How xdg-open is told of a file; empty for what it would take for something else. It looks for an
+/// address in each line of its argument, reads what begins with a dash as an option, and loses line
+/// feeds at the end.
+QString openerArgument(const QString &path)
+{
+    static const QRegularExpression kAddress(u"^[A-Za-z][A-Za-z0-9+.-]*:"_s,
+                                             QRegularExpression::MultilineOption);
+    if (!path.startsWith(u'/') || path.endsWith(u'\n'))
+        return {};
+    return path.contains(kAddress) ? QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded) : path;
+}
+
 } // namespace
 
 void DesktopWorkspace::open(const QString &path)
 {
     const QString program = QStandardPaths::findExecutable(u"xdg-open"_s);
-    if (program.isEmpty() || !path.startsWith(u'/')) // else it might be read as an option
-        return;
-    QProcess process;
-    process.setProgram(program);
-    process.setArguments({path});
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.startDetached();
+    const QString argument = openerArgument(path);
+    if (!program.isEmpty() && !argument.isEmpty())
+        startDetached(program, argument, this);
 }
 
 void DesktopWorkspace::showInFileManager(const QString &path)

@@ -63,7 +63,7 @@ private Q_SLOTS:
                                  "a'b\"c.txt",
                                  "-rf",
                                  "$(touch x)`y`;&|.txt",
-                                 "two\nlines\n",
+                                 "two\nlines",
                                  "%41%2F#?.txt",
                                  "caf\u00E9 \u05E9 \U0001F389.pdf",
                                  "*"})
@@ -81,6 +81,11 @@ private Q_SLOTS:
     {
         m_workspace.open(u"--help"_s);
         m_workspace.open(u"https://example.com"_s);
+        m_workspace.open(u"/nowhere/a.txt\n"_s);   // the opener would open another file
+        m_workspace.open(u"/nowhere/a\nhttp:b"_s); // and here take part of it for an address
+        const QByteArray address("file:///nowhere/a%0Ahttp:b\0", 27);
+        QTRY_COMPARE(opened(), address);
+        init();
         m_workspace.open(u"/the/end"_s);
         QTRY_COMPARE(opened(), QByteArray("/the/end\0", 9));
     }
