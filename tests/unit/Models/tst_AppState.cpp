@@ -430,13 +430,18 @@ private Q_SLOTS:
     void whatAModelWritesIsNoCommand()
     {
         Conversation chat;
-        chat.ask(u"open #1"_s, {old(u"/d/open #1.txt"_s)}); // the answer repeats the request
-        QCOMPARE(chat.state->messages().last().content, u"answer to open #1"_s);
+        const QString file = chat.home.path(u"budget.txt"_s);
+        writeFile(file, "open #1");
+        chat.ask(u"open #1 budget"_s, {old(file)}); // the answer repeats the request
+        QCOMPARE(chat.state->messages().last().content, u"answer to open #1 budget"_s);
         chat.model->insights = DocumentInsightsResult{.summary = u"open #1"_s,
                                                       .keyPoints = {u"launch the first"_s},
                                                       .documentType = u"open it"_s};
-        chat.state->generatePreviewInsights(old(u"/d/open #1.txt"_s));
+        chat.state->generatePreviewInsights(old(file));
         chat.ask(u"tell me about #1"_s, {});
+        QCOMPARE(chat.model->seenText, u"open #1"_s);
+        QVERIFY(chat.state->messages().last().content.contains(u"- launch the first"_s));
+        QTRY_VERIFY(!chat.state->isGeneratingInsights());
         QVERIFY(chat.workspace->opened.isEmpty());
         QVERIFY(chat.workspace->shown.isEmpty());
     }
