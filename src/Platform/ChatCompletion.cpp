@@ -53,7 +53,7 @@ QStringList modelNames(const QByteArray &body)
 {
     QStringList names;
     const QJsonArray models = QJsonDocument::fromJson(body).object()["data"_L1].toArray();
-    for (const QJsonValue &model : models) {
+    for (const auto &model : models) {
         const QString name = model["id"_L1].toString();
         if (!name.isEmpty())
             names.append(name);

@@ -111,7 +111,7 @@ Outcome<GeneratedContent> readGeneratedContent(const QByteArray &text,
 {
     const qsizetype reasoningEnd = text.lastIndexOf("</think>");
     if (reasoningEnd >= 0) {
-        if (const auto behind = firstContent(text.sliced(reasoningEnd), schema))
+        if (auto behind = firstContent(text.sliced(reasoningEnd), schema))
             return behind;
     }
     return firstContent(text, schema);

@@ -8,6 +8,8 @@
 #include <QCoroFuture>
 #include <QtConcurrentRun>
 
+#include <utility>
+
 namespace dugwise {
 
 /// Asks a language model under fixed instructions. A session keeps nothing of what was asked. It
@@ -23,7 +25,7 @@ public:
     /// Plain text, as it was generated.
     [[nodiscard]] QCoro::Task<Outcome<QString>> respond(QString prompt) const
     {
-        LanguageModelRequest request{m_instructions, prompt, std::nullopt};
+        LanguageModelRequest request{m_instructions, std::move(prompt), std::nullopt};
         return m_model.respond(std::move(request));
     }
 

@@ -19,7 +19,7 @@ class LoopbackHttp
 {
 public:
     /// Longest body that is taken, in bytes.
-    static constexpr qsizetype kMostBytes = 1024 * 1024;
+    static constexpr qsizetype kMostBytes = qsizetype{2} * 1024 * 1024;
 
     LoopbackHttp();
     Q_DISABLE_COPY_MOVE(LoopbackHttp)

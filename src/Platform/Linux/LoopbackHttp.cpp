@@ -20,7 +20,7 @@ namespace dugwise {
 namespace {
 
 /// Longest headers that are taken, in bytes.
-constexpr ev_ssize_t kMostHeaderBytes = 64 * 1024;
+constexpr ev_ssize_t kMostHeaderBytes = ev_ssize_t{64} * 1024;
 
 constexpr int kHttpPort = 80;
 

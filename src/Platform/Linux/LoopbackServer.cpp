@@ -15,7 +15,7 @@ namespace dugwise {
 namespace {
 
 /// Lists of blocked names take a few megabytes.
-constexpr qint64 kMostHosts = 16 * 1024 * 1024;
+constexpr qint64 kMostHosts = qint64{16} * 1024 * 1024;
 
 const QString kLoopback4 = u"127.0.0.1"_s;
 const QString kLoopback6 = u"::1"_s;
@@ -50,7 +50,7 @@ QStringList addressesOf(const QString &host, const QString &hostsFile)
 {
     if (isLoopback(host))
         return {host};
-    const QStringList listed = listedAddresses(host, hostsFile);
+    QStringList listed = listedAddresses(host, hostsFile);
     const bool isLocal = host == "localhost"_L1 || host.endsWith(".localhost"_L1);
     if (listed.isEmpty() && isLocal)
         return {kLoopback4, kLoopback6};
