@@ -5,6 +5,8 @@
 #include "Utilities/Text.h"
 
 #include <rapidjson/document.h>
+#include <rapidjson/encodedstream.h>
+#include <rapidjson/memorystream.h>
 
 #include <algorithm>
 
@@ -84,8 +86,10 @@ Outcome<GeneratedContent> firstContent(const QByteArray &text, const GenerationS
     qsizetype start = text.indexOf('{');
     for (int i = 0; i < kMostTries && start >= 0; ++i) {
         rapidjson::Document document;
-        rapidjson::StringStream stream(text.constData() + start);
-        document.ParseStream<kHow>(stream);
+        rapidjson::MemoryStream rest(text.constData() + start,
+                                     static_cast<std::size_t>(text.size() - start));
+        rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream> stream(rest);
+        document.ParseStream<kHow, rapidjson::UTF8<>>(stream);
         qsizetype length = 1;
         if (!document.HasParseError()) {
             outcome = content(document, schema);

@@ -144,8 +144,8 @@ private Q_SLOTS:
             row(u"connect"_s, u"::1"_s, 0, {}, u"[::1]:9009"_s);
             row(u"sendmsg"_s, u"::1"_s, 0, {}, u"[::1]:9009"_s);
         }
-        row(u"connect"_s, u"/nonexistent"_s, ENOENT);
-        row(u"sendmsg"_s, u"/nonexistent"_s, ENOENT);
+        row(u"connect"_s, u"/proc/nonexistent"_s, ENOENT);
+        row(u"sendmsg"_s, u"/proc/nonexistent"_s, ENOENT);
         row(u"socket"_s, QString::number(AF_NETLINK), 0);
         row(u"io_uring"_s, {}, ENOSYS);
 
