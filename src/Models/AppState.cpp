@@ -133,7 +133,7 @@ void AppState::submitQuery(const QString &text, const QList<IndexedFile> &files)
         return;
     const ChatCommands::Earlier earlier{m_lastResults, m_selectedResult};
     m_latestAction = ChatCommands::detectAction(query, earlier);
-    appendRequest(query);
+    appendMessage(newMessage(query, true));
     if (m_latestAction) {
         handleAction(*m_latestAction);
         return;
@@ -220,15 +220,9 @@ QCoro::Task<void> AppState::answer(QString query, QList<IndexedFile> files)
     Q_EMIT lastResultsChanged();
     m_lastCrossAppResults = crossAppResults;
     Q_EMIT lastCrossAppResultsChanged();
-    const ChatMessage message{
-        .id = QUuid::createUuid(),
-        .content = text,
-        .isUser = false,
-        .timestamp = m_platform.clock.now(),
-        .results = ranked,
-        .crossAppResults = crossAppResults,
-        .insights = std::nullopt,
-    };
+    ChatMessage message = newMessage(text, false);
+    message.results = ranked;
+    message.crossAppResults = crossAppResults;
     appendMessage(message);
     publish(m_isSearching, false, &AppState::isSearchingChanged);
     Q_EMIT answered();
@@ -299,7 +293,7 @@ void AppState::handleAction(const ChatAction &action)
     if (action.kind == ChatAction::Kind::openFile) {
         if (m_platform.workspace)
             m_platform.workspace->open(action.target.file->path);
-        appendAnswer(ChatCommands::openingText(action.target.file->name), std::nullopt);
+        appendMessage(newMessage(ChatCommands::openingText(action.target.file->name), false));
         Q_EMIT answered();
         return;
     }
@@ -315,10 +309,12 @@ QCoro::Task<void> AppState::answerWithInsights(IndexedFile file)
     if (!self)
         co_return;
     if (found) {
-        appendAnswer(ChatCommands::insightsText(file->name, *found), found);
+        ChatMessage message = newMessage(ChatCommands::insightsText(file->name, *found), false);
+        message.insights = found;
+        appendMessage(message);
         publish(m_previewInsights, found, &AppState::previewInsightsChanged);
     } else {
-        appendAnswer(ChatCommands::noInsightsText(file->name), std::nullopt);
+        appendMessage(newMessage(ChatCommands::noInsightsText(file->name), false));
     }
     publish(m_isSearching, false, &AppState::isSearchingChanged);
     Q_EMIT answered();
@@ -338,13 +334,12 @@ QCoro::Task<void> AppState::makePreviewInsights(IndexedFile file)
 QCoro::Task<std::optional<DocumentInsightsResult>> AppState::insights(IndexedFile file)
 {
     const QPointer<AppState> self(this);
+    const FilePreviewService preview = m_services.preview;
+    const std::stop_token stop = m_stop.get_token();
     const QFuture<std::optional<QString>> reading =
-        QtConcurrent::run(&m_workers,
-                          &FilePreviewService::extractPreviewText,
-                          m_services.preview,
-                          file,
-                          kMostInsightsText,
-                          m_stop.get_token());
+        QtConcurrent::run(&m_workers, [preview, file, stop] {
+            return preview.extractPreviewText(file, kMostInsightsText, stop);
+        });
     const std::optional<QString> text = co_await reading;
     if (!self || !text)
         co_return std::nullopt;
@@ -404,32 +399,18 @@ void AppState::appendMessage(const ChatMessage &message)
     Q_EMIT messagesChanged();
 }
 
-void AppState::appendRequest(const QString &query)
+/// One made now, with nothing but its text.
+ChatMessage AppState::newMessage(const QString &content, bool isUser) const
 {
-    appendMessage({
+    return {
         .id = QUuid::createUuid(),
-        .content = query,
-        .isUser = true,
+        .content = content,
+        .isUser = isUser,
         .timestamp = m_platform.clock.now(),
         .results = {},
         .crossAppResults = {},
         .insights = std::nullopt,
-    });
-}
-
-/// An answer without results.
-void AppState::appendAnswer(const QString &text,
-                            const std::optional<DocumentInsightsResult> &insights)
-{
-    appendMessage({
-        .id = QUuid::createUuid(),
-        .content = text,
-        .isUser = false,
-        .timestamp = m_platform.clock.now(),
-        .results = {},
-        .crossAppResults = {},
-        .insights = insights,
-    });
+    };
 }
 
 template <typename T>

@@ -120,8 +120,7 @@ private:
            const std::optional<ParsedSearchIntent> &intent,
            const QList<IndexedFile> &files);
     void appendMessage(const ChatMessage &message);
-    void appendRequest(const QString &query);
-    void appendAnswer(const QString &text, const std::optional<DocumentInsightsResult> &insights);
+    [[nodiscard]] ChatMessage newMessage(const QString &content, bool isUser) const;
 
     /// Sets one published field and announces the change.
     template <typename T>
