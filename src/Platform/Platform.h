@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/DesktopAppearance.h"
 #include "Platform/FolderPicker.h"
 #include "Platform/MetadataItem.h"
 #include "Platform/MetadataQueryCommand.h"
@@ -38,6 +39,7 @@ struct Platform
     std::unique_ptr<SystemLanguageModel> languageModel;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<NetworkPathMonitor> networkPathMonitor;
+    std::unique_ptr<DesktopAppearance> desktopAppearance;
 };
 
 } // namespace dugwise

@@ -7,6 +7,7 @@
 #include "Platform/Linux/DesktopWorkspace.h"
 #include "Platform/Linux/LocalModelServer.h"
 #include "Platform/Linux/MetadataQueryProcess.h"
+#include "Platform/Linux/PortalAppearance.h"
 #include "Platform/Linux/RouteMonitor.h"
 #include "Platform/Platform.h"
 #include "Platform/Sandbox.h"
@@ -35,6 +36,7 @@ void addSystemFacilities(Platform &platform)
         std::make_unique<LocalModelServer>(LocalModelServer::Settings::ofEnvironment());
     platform.workspace = std::make_unique<DesktopWorkspace>();
     platform.networkPathMonitor = std::make_unique<RouteMonitor>(u"/sys/class/net"_s);
+    platform.desktopAppearance = std::make_unique<PortalAppearance>();
 }
 
 } // namespace dugwise
