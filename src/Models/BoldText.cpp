@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Models/BoldText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise {
+
+namespace {
+
+QString escaped(const QString &text)
+{
+    return text.toHtmlEscaped().replace(u'\n', u"<br>"_s);
+}
+
+} // namespace
+
+QString boldTextToHtml(const QString &text)
+{
+    static const QString kMark = u"**"_s;
+    QString html = u"<span style=\"white-space: pre-wrap\">"_s;
+    qsizetype at = 0;
+    for (;;) {
+        const qsizetype start = text.indexOf(kMark, at);
+        const qsizetype end = start < 0 ? -1 : text.indexOf(kMark, start + kMark.size());
+        if (end < 0)
+            break;
+        const QString inside = text.sliced(start + kMark.size(), end - start - kMark.size());
+        html += escaped(text.sliced(at, start - at));
+        html += inside.isEmpty() ? kMark + kMark : u"<b>"_s + escaped(inside) + u"</b>"_s;
+        at = end + kMark.size();
+    }
+    return html + escaped(text.sliced(at)) + u"</span>"_s;
+}
+
+} // namespace dugwise

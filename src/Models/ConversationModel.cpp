@@ -1,0 +1,216 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Models/ConversationModel.h"
+
+#include "Models/BoldText.h"
+#include "Utilities/FileTypeHelper.h"
+#include "Utilities/Formatters.h"
+
+#include <QUrl>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise {
+
+ConversationModel::ConversationModel(const AppState &appState, Clock clock, QObject *parent)
+    : QAbstractListModel(parent)
+    , m_appState(appState)
+    , m_clock(clock)
+{
+    connect(&appState, &AppState::messagesChanged, this, &ConversationModel::takeMessages);
+    connect(&appState, &AppState::isSearchingChanged, this, &ConversationModel::takeSearching);
+    connect(&appState, &AppState::selectedResultChanged, this, &ConversationModel::takeSelection);
+    takeMessages();
+    takeSearching();
+    takeSelection();
+}
+
+int ConversationModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+QVariant ConversationModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    const Row &row = m_rows[index.row()];
+    if (role == kindRole)
+        return QVariant::fromValue(row.kind);
+    if (role == isFirstRole)
+        return index.row() == 0 || m_rows[index.row() - 1].kind != row.kind;
+    switch (row.kind) {
+    case Kind::Request:
+    case Kind::Answer:
+        return bubbleData(row, role);
+    case Kind::Result:
+        return resultData(row, role);
+    case Kind::CrossAppResult:
+        return crossAppData(row, role);
+    case Kind::Searching:
+        break;
+    }
+    return {};
+}
+
+QHash<int, QByteArray> ConversationModel::roleNames() const
+{
+    return {
+        {kindRole, "kind"},
+        {textRole, "text"},
+        {richTextRole, "richText"},
+        {isFirstRole, "isFirst"},
+        {numberRole, "number"},
+        {isSelectedRole, "isSelected"},
+        {nameRole, "name"},
+        {symbolRole, "symbol"},
+        {colorNameRole, "colorName"},
+        {typeNameRole, "typeName"},
+        {isSemanticRole, "isSemantic"},
+        {dateRole, "date"},
+        {sizeRole, "size"},
+        {folderRole, "folder"},
+        {hostRole, "host"},
+        {summaryRole, "summary"},
+    };
+}
+
+std::optional<SearchResult> ConversationModel::result(int row) const
+{
+    if (row < 0 || row >= m_rows.size() || m_rows[row].kind != Kind::Result)
+        return std::nullopt;
+    return m_messages[m_rows[row].message].results[m_rows[row].position];
+}
+
+/// The conversation is only ever appended to, or cleared.
+void ConversationModel::takeMessages()
+{
+    const QList<ChatMessage> messages = m_appState.messages();
+    if (messages.size() < m_messages.size()) {
+        beginResetModel();
+        m_messages.clear();
+        m_rows.removeIf([](const Row &row) { return row.kind != Kind::Searching; });
+        endResetModel();
+        Q_EMIT isEmptyChanged();
+    }
+    QList<Row> rows;
+    for (qsizetype i = m_messages.size(); i < messages.size(); ++i) {
+        rows.append({messages[i].isUser ? Kind::Request : Kind::Answer, i, 0});
+        for (qsizetype j = 0; j < messages[i].results.size(); ++j)
+            rows.append({Kind::Result, i, j});
+        for (qsizetype j = 0; j < messages[i].crossAppResults.size(); ++j)
+            rows.append({Kind::CrossAppResult, i, j});
+    }
+    if (rows.isEmpty())
+        return;
+    const bool isSearching = !m_rows.isEmpty() && m_rows.last().kind == Kind::Searching;
+    const qsizetype at = m_rows.size() - (isSearching ? 1 : 0);
+    beginInsertRows({}, static_cast<int>(at), static_cast<int>(at + rows.size() - 1));
+    const bool wasEmpty = std::exchange(m_messages, messages).isEmpty();
+    m_rows = m_rows.first(at) + rows + m_rows.sliced(at);
+    endInsertRows();
+    if (wasEmpty)
+        Q_EMIT isEmptyChanged();
+}
+
+void ConversationModel::takeSearching()
+{
+    const bool isShown = !m_rows.isEmpty() && m_rows.last().kind == Kind::Searching;
+    if (isShown == m_appState.isSearching())
+        return;
+    const auto last = static_cast<int>(m_rows.size());
+    if (isShown) {
+        beginRemoveRows({}, last - 1, last - 1);
+        m_rows.removeLast();
+        endRemoveRows();
+    } else {
+        beginInsertRows({}, last, last);
+        m_rows.append({Kind::Searching, 0, 0});
+        endInsertRows();
+    }
+}
+
+/// A result may stand in several answers.
+void ConversationModel::takeSelection()
+{
+    const std::optional<SearchResult> selected = m_appState.selectedResult();
+    const QUuid before = std::exchange(m_selected, selected ? selected->id : QUuid());
+    if (before == m_selected)
+        return;
+    for (int row = 0; row < m_rows.size(); ++row) {
+        const auto shown = result(row);
+        if (shown && (shown->id == before || shown->id == m_selected))
+            Q_EMIT dataChanged(index(row), index(row), {isSelectedRole});
+    }
+}
+
+QVariant ConversationModel::bubbleData(const Row &row, int role) const
+{
+    const ChatMessage &message = m_messages[row.message];
+    if (role == textRole)
+        return message.content;
+    if (role == richTextRole)
+        return boldTextToHtml(message.content);
+    return {};
+}
+
+QVariant ConversationModel::resultData(const Row &row, int role) const
+{
+    const SearchResult &result = m_messages[row.message].results[row.position];
+    const IndexedFile &file = result.file;
+    switch (role) {
+    case numberRole:
+        return static_cast<int>(row.position + 1);
+    case isSelectedRole:
+        return result.id == m_selected;
+    case nameRole:
+        return file->name;
+    case symbolRole:
+        return FileTypeHelper::sfSymbol(file->fileExtension);
+    case colorNameRole:
+        return FileTypeHelper::iconColor(file->fileExtension);
+    case typeNameRole:
+        return displayName(FileTypeHelper::fileType(file->fileExtension));
+    case isSemanticRole:
+        return result.matchReasons.contains(SearchResult::MatchReason::semantic);
+    case dateRole:
+        return relativeTime(file->modifiedDate, m_clock.now(), UnitStyle::abbreviated);
+    case sizeRole:
+        return byteCount(file->size);
+    case folderRole:
+        return file->folderPath;
+    case hostRole:
+        return QUrl(file->downloadSource.value_or(QString())).host(QUrl::FullyEncoded);
+    case summaryRole:
+        return result.summary;
+    default:
+        return {};
+    }
+}
+
+QVariant ConversationModel::crossAppData(const Row &row, int role) const
+{
+    const CrossAppResult &result = m_messages[row.message].crossAppResults[row.position];
+    switch (role) {
+    case nameRole:
+        return result.title;
+    case symbolRole:
+        return iconName(result.source);
+    case colorNameRole:
+        return tint(result.source);
+    case typeNameRole:
+        return rawValue(result.source);
+    case dateRole:
+        return relativeTime(result.date, m_clock.now(), UnitStyle::abbreviated);
+    case folderRole:
+        return result.subtitle;
+    case summaryRole:
+        return result.snippet;
+    default:
+        return {};
+    }
+}
+
+} // namespace dugwise

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Models/AppState.h"
+#include "Utilities/Clock.h"
+
+#include <QAbstractListModel>
+
+namespace dugwise {
+
+/// The conversation as rows of a list: a bubble a message, a card a result below it, and at its end
+/// the sign of a search under way. A row a card keeps the list lazy, whatever an answer holds.
+class ConversationModel : public QAbstractListModel
+{
+    Q_OBJECT
+
+    Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY isEmptyChanged)
+
+public:
+    // NOLINTBEGIN(readability-identifier-naming): QML knows enumerators in upper case alone
+    enum class Kind {
+        Request,
+        Answer,
+        Result,
+        CrossAppResult,
+        Searching,
+    };
+    // NOLINTEND(readability-identifier-naming)
+    Q_ENUM(Kind)
+
+    enum Role {
+        kindRole = Qt::UserRole,
+        textRole,       ///< of a bubble: as it was written
+        richTextRole,   ///< of an answer: HTML with nothing in it but bold type and line breaks
+        isFirstRole,    ///< of a card: whether it follows a bubble or another kind of card
+        numberRole,     ///< of a result: counted from 1
+        isSelectedRole, ///< of a result
+        nameRole,       ///< of a result; the title of a cross-app result
+        symbolRole,     ///< name of the system symbol that stands for the row
+        colorNameRole,  ///< name of the colour in which it is drawn
+        typeNameRole,   ///< of a result; the source of a cross-app result
+        isSemanticRole, ///< of a result: found by its meaning
+        dateRole,       ///< of a card: relative, in short units
+        sizeRole,       ///< of a result
+        folderRole,     ///< of a result; the subtitle of a cross-app result
+        hostRole,       ///< of a result: where it was downloaded from; may be empty
+        summaryRole,    ///< of a result; the snippet of a cross-app result
+    };
+
+    /// `appState` outlives the model.
+    ConversationModel(const AppState &appState, Clock clock, QObject *parent = nullptr);
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+    /// Whether there is no message.
+    [[nodiscard]] bool isEmpty() const { return m_messages.isEmpty(); }
+
+    /// The result of a row; none for a row of another kind.
+    [[nodiscard]] std::optional<SearchResult> result(int row) const;
+
+Q_SIGNALS:
+    void isEmptyChanged();
+
+private:
+    struct Row
+    {
+        Kind kind = Kind::Request;
+        qsizetype message = 0;
+        qsizetype position = 0; ///< among the message's results or cross-app results
+    };
+
+    void takeMessages();
+    void takeSearching();
+    void takeSelection();
+    [[nodiscard]] QVariant bubbleData(const Row &row, int role) const;
+    [[nodiscard]] QVariant resultData(const Row &row, int role) const;
+    [[nodiscard]] QVariant crossAppData(const Row &row, int role) const;
+
+    const AppState &m_appState;
+    Clock m_clock;
+    QList<ChatMessage> m_messages;
+    QList<Row> m_rows;
+    QUuid m_selected;
+};
+
+} // namespace dugwise
