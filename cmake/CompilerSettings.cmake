@@ -14,8 +14,9 @@ target_compile_definitions(dugwise_settings INTERFACE
   $<$<STREQUAL:${CMAKE_SYSTEM_PROCESSOR},x86_64>:RAPIDJSON_SSE2>
   $<$<STREQUAL:${CMAKE_SYSTEM_PROCESSOR},aarch64>:RAPIDJSON_NEON>)
 target_compile_options(dugwise_settings INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+  -Wall -Wextra -Wpedantic -Wconversion -Wnon-virtual-dtor -Wold-style-cast
   -Woverloaded-virtual -Wnull-dereference
+  $<$<NOT:$<BOOL:$<TARGET_PROPERTY:DUGWISE_QML>>>:-Wshadow> # what QML is compiled to shadows
   -Wno-missing-field-initializers # what a designated initialiser leaves out is left out on purpose
   $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op>
   $<$<BOOL:${DUGWISE_WARNINGS_AS_ERRORS}>:-Werror>)

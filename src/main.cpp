@@ -5,12 +5,15 @@
 #include "DugwiseApp.h"
 #include "Platform/Platform.h"
 #include "Platform/SystemFacilities.h"
+#include "Views/Window.h"
 
-#include <QCoreApplication>
+#include <QFile>
+#include <QGuiApplication>
 
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
+using namespace dugwise;
 
 namespace {
 
@@ -28,18 +31,45 @@ void preferUtf8()
     qputenv("LANG", "C.UTF-8");
 }
 
+/// Qt ends the program where it finds no display.
+bool hasDisplay()
+{
+    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || qEnvironmentVariableIsSet("DISPLAY")
+           || qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+int runWindow(int &argc, char **argv)
+{
+    if (!hasDisplay()) {
+        complain(u"there is no display for the window; see dugwise --help for the terminal"_s);
+        return 1;
+    }
+    const QGuiApplication application(argc, argv);
+    Platform platform(StandardFolders::ofUser());
+    addSystemFacilities(platform);
+    platform.folderPicker = std::make_unique<DialogFolderPicker>();
+    DugwiseApp app(platform);
+    Session session(platform, app.appState(), app.fileIndexer(), app.networkMonitor());
+    const Window window(session);
+    if (!window.isOpen()) {
+        complain(u"the window cannot be made"_s);
+        return 1;
+    }
+    return QGuiApplication::exec();
+}
+
 } // namespace
 
 // NOLINTNEXTLINE(bugprone-exception-escape): only memory running out throws this far
 int main(int argc, char *argv[])
 {
-    using namespace dugwise;
     preferUtf8();
-    const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"Dugwise"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(DUGWISE_VERSION));
-
-    const Outcome<Arguments> arguments = parseArguments(QCoreApplication::arguments().mid(1));
+    QStringList words;
+    for (int i = 1; i < argc; ++i)
+        words.append(QFile::decodeName(argv[i]));
+    const Outcome<Arguments> arguments = parseArguments(words);
     if (!arguments) {
         complain(arguments.error());
         return 2;
@@ -53,6 +83,10 @@ int main(int argc, char *argv[])
         return 0;
     }
 
+    if (arguments->command == Arguments::Command::window)
+        return runWindow(argc, argv);
+
+    const QCoreApplication application(argc, argv);
     Platform platform(StandardFolders::ofUser());
     addSystemFacilities(platform);
     std::FILE *const log = answersOnStandardOutput(arguments->command) ? stderr : stdout;

@@ -111,17 +111,20 @@ Outcome<Arguments> parseArguments(const QStringList &all)
     Arguments arguments;
     if (words.plain.isEmpty()) {
         const QString option = words.options.value(0);
-        if (option == "--help"_L1)
+        if (option == "--help"_L1) {
+            arguments.command = Arguments::Command::help;
             return arguments;
+        }
         if (option == "--version"_L1) {
             arguments.command = Arguments::Command::version;
             return arguments;
         }
-        return option.isEmpty() ? Failure{u"nothing to do; see dugwise --help"_s}
-                                : unknownOption(option);
+        return option.isEmpty() ? Outcome<Arguments>(arguments) : unknownOption(option);
     }
-    if (words.options.contains("--help"_L1))
+    if (words.options.contains("--help"_L1)) {
+        arguments.command = Arguments::Command::help;
         return arguments;
+    }
 
     const QString &command = words.plain.first();
     if (command == "ask"_L1 || command == "chat"_L1) {
@@ -145,6 +148,7 @@ QString helpText()
 {
     return uR"(Dugwise finds your files from what you remember of them, on this machine alone.
 
+  dugwise                              the window
   dugwise ask [options] REQUEST...     one request, one answer
   dugwise chat [options]               one conversation: a request a line on standard input
   dugwise folders [list | add DIR | remove DIR]

@@ -13,6 +13,7 @@ namespace dugwise {
 struct Arguments
 {
     enum class Command {
+        window,
         ask,
         chat,
         foldersList,
@@ -25,7 +26,7 @@ struct Arguments
         version,
     };
 
-    Command command = Command::help;
+    Command command = Command::window;
     QString request; ///< of ask
     QString folder;  ///< of folders add and folders remove: absolute
     QString file;    ///< of preview: absolute

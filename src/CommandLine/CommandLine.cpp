@@ -98,6 +98,7 @@ int CommandLine::carryOut(const Arguments &arguments)
         return index();
     case Arguments::Command::status:
         return status();
+    case Arguments::Command::window:
     case Arguments::Command::preview:
     case Arguments::Command::help:
     case Arguments::Command::version:

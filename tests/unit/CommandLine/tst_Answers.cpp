@@ -108,6 +108,8 @@ private Q_SLOTS:
         QCOMPARE(parseArguments({u"folders"_s})->command, Command::foldersList);
         const auto add = parseArguments({u"folders"_s, u"add"_s, u"/tmp/../tmp/x/"_s});
         QCOMPARE(add->folder, u"/tmp/x"_s);
+        QCOMPARE(parseArguments({})->command, Command::window);
+        QCOMPARE(parseArguments({u"--help"_s})->command, Command::help);
         QCOMPARE(parseArguments({u"--version"_s})->command, Command::version);
         QCOMPARE(parseArguments({u"ask"_s, u"--help"_s})->command, Command::help);
     }
@@ -115,7 +117,6 @@ private Q_SLOTS:
     void misuseIsToldInOneLine_data()
     {
         QTest::addColumn<QStringList>("words");
-        QTest::newRow("nothing") << QStringList();
         QTest::newRow("unknown command") << QStringList{u"seek"_s};
         QTest::newRow("unknown option") << QStringList{u"ask"_s, u"--fast"_s, u"x"_s};
         QTest::newRow("option alone") << QStringList{u"--json"_s};

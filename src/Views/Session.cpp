@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/Session.h"
+
+#include "Platform/Platform.h"
+#include "Utilities/FilePath.h"
+
+namespace dugwise {
+
+Session::Session(Platform &platform,
+                 AppState &appState,
+                 FileIndexer &indexer,
+                 NetworkMonitor &network,
+                 QObject *parent)
+    : QObject(parent)
+    , m_platform(platform)
+    , m_appState(appState)
+    , m_indexer(indexer)
+    , m_network(network)
+    , m_conversation(appState, platform.clock)
+    , m_appearance(platform.desktopAppearance.get())
+{
+    connect(&appState, &AppState::selectedSidebarItemChanged, this, &Session::pageChanged);
+    connect(&appState, &AppState::recentSearchesChanged, this, &Session::recentSearchesChanged);
+    connect(&appState, &AppState::isSearchingChanged, this, &Session::isSearchingChanged);
+    connect(&appState, &AppState::isSearchingChanged, this, &Session::lookForModel);
+    connect(&appState, &AppState::aiStatusLabelChanged, this, &Session::lookForModel);
+    connect(&appState, &AppState::pendingQueryChanged, this, &Session::pendingQueryChanged);
+    connect(&appState, &AppState::calendarEnabledChanged, this, &Session::sourcesChanged);
+    connect(&appState, &AppState::contactsEnabledChanged, this, &Session::sourcesChanged);
+    connect(&appState, &AppState::messagesAccessibleChanged, this, &Session::sourcesChanged);
+    connect(&appState, &AppState::selectedResultChanged, this, &Session::selectedChanged);
+    connect(&indexer, &FileIndexer::indexedFolderURLsChanged, this, &Session::foldersChanged);
+    lookForModel();
+}
+
+DialogFolderPicker *Session::folderPicker() const
+{
+    return dynamic_cast<DialogFolderPicker *>(m_platform.folderPicker.get());
+}
+
+int Session::page() const
+{
+    return static_cast<int>(m_appState.selectedSidebarItem());
+}
+
+void Session::setPage(int page)
+{
+    if (page >= 0 && page < static_cast<int>(kAllSidebarItems.size()))
+        m_appState.setSelectedSidebarItem(kAllSidebarItems.at(static_cast<std::size_t>(page)));
+}
+
+QString Session::pendingQuery() const
+{
+    return m_appState.pendingQuery().value_or(QString());
+}
+
+QStringList Session::folderNames() const
+{
+    QStringList names;
+    for (const QUrl &folder : m_indexer.indexedFolderURLs())
+        names.append(FilePath::name(folder.toLocalFile()));
+    return names;
+}
+
+QString Session::selectedName() const
+{
+    const std::optional<SearchResult> selected = m_appState.selectedResult();
+    return selected ? selected->file->name : QString();
+}
+
+bool Session::submit(const QString &text)
+{
+    if (text.trimmed().isEmpty())
+        return false;
+    m_appState.submitQuery(text.trimmed(), m_indexer.indexedFiles());
+    return true;
+}
+
+void Session::newChat()
+{
+    m_appState.clearChat();
+}
+
+void Session::searchAgain(const QString &query)
+{
+    m_appState.setSelectedSidebarItem(SidebarItem::home);
+    m_appState.setPendingQuery(query);
+}
+
+void Session::clearPendingQuery()
+{
+    m_appState.setPendingQuery(std::nullopt);
+}
+
+void Session::select(int row)
+{
+    if (const auto result = m_conversation.result(row))
+        m_appState.setSelectedResult(result);
+}
+
+void Session::selectNumber(int number)
+{
+    const QList<SearchResult> results = m_appState.lastResults();
+    if (number >= 1 && number <= results.size())
+        m_appState.setSelectedResult(results[number - 1]);
+}
+
+void Session::openFile(int row)
+{
+    const auto result = m_conversation.result(row);
+    if (result && m_platform.workspace)
+        m_platform.workspace->open(result->file->path);
+}
+
+void Session::revealFile(int row)
+{
+    const auto result = m_conversation.result(row);
+    if (result && m_platform.workspace)
+        m_platform.workspace->showInFileManager(result->file->path);
+}
+
+void Session::addFolder()
+{
+    m_indexer.addFolder();
+}
+
+void Session::removeFolder(int position)
+{
+    const QList<QUrl> folders = m_indexer.indexedFolderURLs();
+    if (position >= 0 && position < folders.size())
+        m_indexer.removeFolder(folders[position]);
+}
+
+void Session::lookForModel()
+{
+    const bool isAvailable = m_appState.isAIAvailable();
+    if (isAvailable == m_isModelAvailable)
+        return;
+    m_isModelAvailable = isAvailable;
+    Q_EMIT isModelAvailableChanged();
+}
+
+QByteArray Session::columns() const
+{
+    return m_platform.userDefaults.byteArrayList(kColumnsKey).value_or(QByteArrayList()).value(0);
+}
+
+void Session::setColumns(const QByteArray &columns)
+{
+    m_platform.userDefaults.setByteArrayList(kColumnsKey, {columns});
+}
+
+} // namespace dugwise

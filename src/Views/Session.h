@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Models/AppState.h"
+#include "Models/ConversationModel.h"
+#include "Services/FileIndexer.h"
+#include "Services/NetworkMonitor.h"
+#include "Views/DialogFolderPicker.h"
+#include "Views/SystemAppearance.h"
+
+#include <QObject>
+#include <QtQmlIntegration>
+
+namespace dugwise {
+
+/// What the views see of the application: its long-lived objects, and what a click or a key asks
+/// of them. Lives on the UI thread.
+class Session : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes the one session.")
+    Q_PROPERTY(dugwise::FileIndexer *indexer READ indexer CONSTANT)
+    Q_PROPERTY(dugwise::NetworkMonitor *network READ network CONSTANT)
+    Q_PROPERTY(dugwise::ConversationModel *conversation READ conversation CONSTANT)
+    Q_PROPERTY(dugwise::SystemAppearance *appearance READ appearance CONSTANT)
+    Q_PROPERTY(dugwise::DialogFolderPicker *folderPicker READ folderPicker CONSTANT)
+    Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged)
+    Q_PROPERTY(QStringList recentSearches READ recentSearches NOTIFY recentSearchesChanged)
+    Q_PROPERTY(bool isSearching READ isSearching NOTIFY isSearchingChanged)
+    Q_PROPERTY(QString pendingQuery READ pendingQuery NOTIFY pendingQueryChanged)
+    Q_PROPERTY(bool isModelAvailable READ isModelAvailable NOTIFY isModelAvailableChanged)
+    Q_PROPERTY(bool calendarEnabled READ calendarEnabled NOTIFY sourcesChanged)
+    Q_PROPERTY(bool contactsEnabled READ contactsEnabled NOTIFY sourcesChanged)
+    Q_PROPERTY(bool messagesAccessible READ messagesAccessible NOTIFY sourcesChanged)
+    Q_PROPERTY(QStringList folderNames READ folderNames NOTIFY foldersChanged)
+    Q_PROPERTY(QString selectedName READ selectedName NOTIFY selectedChanged)
+
+public:
+    static constexpr QLatin1StringView kColumnsKey{"WindowColumns"};
+
+    /// All outlive the session.
+    Session(Platform &platform,
+            AppState &appState,
+            FileIndexer &indexer,
+            NetworkMonitor &network,
+            QObject *parent = nullptr);
+
+    [[nodiscard]] FileIndexer *indexer() const { return &m_indexer; }
+    [[nodiscard]] NetworkMonitor *network() const { return &m_network; }
+    [[nodiscard]] ConversationModel *conversation() { return &m_conversation; }
+    [[nodiscard]] SystemAppearance *appearance() { return &m_appearance; }
+    /// Null when folders are not chosen in the window.
+    [[nodiscard]] DialogFolderPicker *folderPicker() const;
+    /// The sidebar's destination, as the position of its SidebarItem.
+    [[nodiscard]] int page() const;
+    void setPage(int page);
+    [[nodiscard]] QStringList recentSearches() const { return m_appState.recentSearches(); }
+    [[nodiscard]] bool isSearching() const { return m_appState.isSearching(); }
+    /// Empty when there is none.
+    [[nodiscard]] QString pendingQuery() const;
+    /// As of the last look; the window looks again while it is seen.
+    [[nodiscard]] bool isModelAvailable() const { return m_isModelAvailable; }
+    [[nodiscard]] bool calendarEnabled() const { return m_appState.calendarEnabled(); }
+    [[nodiscard]] bool contactsEnabled() const { return m_appState.contactsEnabled(); }
+    [[nodiscard]] bool messagesAccessible() const { return m_appState.messagesAccessible(); }
+    /// Last components of the indexed folders' paths, in order.
+    [[nodiscard]] QStringList folderNames() const;
+    /// Name of the selected result's file; empty when none is selected.
+    [[nodiscard]] QString selectedName() const;
+
+    /// Takes a request in, and tells whether there was one in the text.
+    Q_INVOKABLE bool submit(const QString &text);
+    Q_INVOKABLE void newChat();
+    /// Has a recent search submitted by the chat view.
+    Q_INVOKABLE void searchAgain(const QString &query);
+    Q_INVOKABLE void clearPendingQuery();
+    /// Selects the result of a row of the conversation.
+    Q_INVOKABLE void select(int row);
+    /// Selects a result of the last answer by its number, counted from 1.
+    Q_INVOKABLE void selectNumber(int number);
+    Q_INVOKABLE void openFile(int row);
+    Q_INVOKABLE void revealFile(int row);
+    Q_INVOKABLE void addFolder();
+    /// Removes the folder at that place of folderNames().
+    Q_INVOKABLE void removeFolder(int position);
+    Q_INVOKABLE void lookForModel();
+    /// The columns' widths as a SplitView saves them; empty before they were ever changed.
+    [[nodiscard]] Q_INVOKABLE QByteArray columns() const;
+    Q_INVOKABLE void setColumns(const QByteArray &columns);
+
+Q_SIGNALS:
+    void pageChanged();
+    void recentSearchesChanged();
+    void isSearchingChanged();
+    void pendingQueryChanged();
+    void isModelAvailableChanged();
+    void sourcesChanged();
+    void foldersChanged();
+    void selectedChanged();
+
+private:
+    Platform &m_platform;
+    AppState &m_appState;
+    FileIndexer &m_indexer;
+    NetworkMonitor &m_network;
+    ConversationModel m_conversation;
+    SystemAppearance m_appearance;
+    bool m_isModelAvailable = false;
+};
+
+} // namespace dugwise

@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Layouts
+import Dugwise
+
+/// The conversation: a welcome while it is empty, then its messages, and below them the field.
+ColumnLayout {
+    id: root
+
+    required property Session session
+    readonly property alias field: inputBar
+
+    function submit(text: string): void {
+        inputBar.text = text
+        inputBar.submit()
+    }
+
+    function takePendingQuery(): void {
+        const query = root.session.pendingQuery
+        if (query === "")
+            return
+        root.submit(query)
+        root.session.clearPendingQuery()
+    }
+
+    spacing: 0
+
+    Connections {
+        target: root.session
+
+        function onPendingQueryChanged(): void {
+            root.takePendingQuery()
+        }
+    }
+    Component.onCompleted: root.takePendingQuery()
+
+    RowLayout {
+        Layout.fillWidth: true
+        Layout.margins: 6
+
+        Item { Layout.fillWidth: true }
+        PlainButton {
+            objectName: "newChat"
+            text: "New Chat"
+            symbol: "plus.message"
+            tip: "Start a new conversation"
+            textColor: Theme.secondary
+            onClicked: root.session.newChat()
+        }
+    }
+    Loader {
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        sourceComponent: root.session.conversation.isEmpty ? welcome : messages
+    }
+    InputBar {
+        id: inputBar
+
+        Layout.fillWidth: true
+        Layout.margins: 16
+        onSubmitted: text => root.session.submit(text)
+    }
+
+    Component {
+        id: welcome
+
+        WelcomeView {
+            session: root.session
+            onChosen: text => root.submit(text)
+        }
+    }
+    Component {
+        id: messages
+
+        MessageList {
+            session: root.session
+        }
+    }
+}

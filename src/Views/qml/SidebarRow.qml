@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Dugwise
+
+/// A row of the sidebar that can be pressed.
+AbstractButton {
+    id: root
+
+    required property string symbol
+    property bool isCurrent: false
+
+    Layout.fillWidth: true
+    Layout.leftMargin: 8
+    Layout.rightMargin: 8
+    implicitHeight: Math.ceil(Theme.callout * 2)
+    leftPadding: 8
+    rightPadding: 8
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+
+    contentItem: RowLayout {
+        spacing: 8
+
+        Symbol {
+            name: root.symbol
+            size: Theme.callout
+            color: root.isCurrent ? Theme.accent : Theme.secondary
+        }
+        PlainLabel {
+            Layout.fillWidth: true
+            text: root.text
+            font.pixelSize: Theme.callout
+            font.weight: root.isCurrent ? Font.DemiBold : Font.Normal
+        }
+    }
+    background: Rectangle {
+        radius: 6
+        color: root.isCurrent ? Theme.faded(Theme.accent, 0.16)
+                              : Theme.faded(Theme.gray, root.hovered ? 0.12 : 0)
+
+        FocusRing { control: root }
+    }
+}

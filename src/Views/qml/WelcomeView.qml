@@ -1,0 +1,200 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Dugwise
+
+/// What an empty conversation shows: what can be asked, and that all of it stays here.
+Item {
+    id: root
+
+    required property Session session
+
+    signal chosen(text: string)
+
+    readonly property var promptChips: [
+        "That legal agreement I downloaded last week",
+        "The investor deck, it was a PowerPoint",
+        "PDFs about insurance from last month",
+        "Find that screenshot with the pricing table",
+        "The contract Sarah sent me before our meeting",
+        "Emails about the quarterly budget review"
+    ]
+    readonly property bool hasFolders: session.folderNames.length > 0
+    readonly property bool isOnline: session.network.isConnected
+    readonly property color networkColor: isOnline ? Theme.blue : Theme.green
+    readonly property string status: {
+        if (!hasFolders)
+            return "Add some folders in the sidebar to get started."
+        if (session.indexer.isIndexing)
+            return "Indexing your files..."
+        return session.indexer.totalFilesIndexed + " files indexed across "
+                + session.folderNames.length + " folders"
+    }
+
+    AmbientParticleView {
+        anchors.fill: parent
+    }
+
+    Flickable {
+        anchors.fill: parent
+        contentWidth: root.width
+        contentHeight: Math.max(root.height, column.implicitHeight + 32)
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: contentHeight > height // else the field behind has its clicks
+        clip: true
+
+        ColumnLayout {
+            id: column
+
+            y: Math.max(16, (root.height - implicitHeight) / 2)
+            width: root.width
+            spacing: 24
+
+            AnimatedLogo {
+                Layout.alignment: Qt.AlignHCenter
+            }
+
+            Column {
+                id: title
+
+                Layout.fillWidth: true
+                Layout.leftMargin: 30
+                Layout.rightMargin: 30
+                spacing: 6
+                opacity: 0
+
+                PlainLabel {
+                    width: parent.width
+                    text: "Ask me to find anything on your Mac."
+                    font.pixelSize: Theme.title2
+                    font.weight: Font.DemiBold
+                    wrapMode: Text.Wrap
+                    horizontalAlignment: Text.AlignHCenter
+                }
+                PlainLabel {
+                    width: parent.width
+                    text: "Search files, emails, messages, and calendar — naturally."
+                    color: Theme.secondary
+                    font.pixelSize: Theme.subheadline
+                    wrapMode: Text.Wrap
+                    horizontalAlignment: Text.AlignHCenter
+                }
+                Row {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    spacing: 6
+
+                    BusyIndicator {
+                        anchors.verticalCenter: parent.verticalCenter
+                        visible: running
+                        running: root.hasFolders && root.session.indexer.isIndexing
+                        width: 16
+                        height: 16
+                        padding: 0
+                        palette.dark: Theme.accent
+                    }
+                    PlainLabel {
+                        anchors.verticalCenter: parent.verticalCenter
+                        objectName: "status"
+                        text: root.status
+                        color: root.hasFolders ? Theme.secondary : Theme.orange
+                        font.pixelSize: Theme.caption
+                    }
+                }
+                Item { width: 1; height: 4 }
+                Row {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    spacing: 6
+
+                    SourceBadge { symbol: "folder.fill"; text: "Files"; isActive: root.hasFolders }
+                    SourceBadge { symbol: "envelope.fill"; text: "Mail"; isActive: true }
+                    SourceBadge { symbol: "message.fill"; text: "Messages"; isActive: root.session.messagesAccessible }
+                    SourceBadge { symbol: "calendar"; text: "Calendar"; isActive: root.session.calendarEnabled }
+                    SourceBadge { symbol: "person.crop.circle"; text: "Contacts"; isActive: root.session.contactsEnabled }
+                }
+            }
+
+            Item {
+                Layout.fillWidth: true
+                Layout.leftMargin: 30
+                Layout.rightMargin: 30
+                implicitHeight: chips.implicitHeight
+                opacity: Math.min(1, chipsMotion.value)
+                transform: Translate { y: 20 * (1 - chipsMotion.value) }
+
+                GridLayout {
+                    id: chips
+
+                    objectName: "promptChips"
+
+                    anchors.fill: parent
+                    columns: 2
+                    columnSpacing: 10
+                    rowSpacing: 10
+
+                    Repeater {
+                        model: root.promptChips
+
+                        PromptChip {
+                            required property string modelData
+
+                            Layout.fillWidth: true
+                            Layout.preferredWidth: 1
+                            text: modelData
+                            onClicked: root.chosen(modelData)
+                        }
+                    }
+                }
+                SparkleArea {
+                    anchors.fill: parent
+                }
+            }
+
+            SecurityBanner {
+                id: banner
+
+                Layout.fillWidth: true
+                Layout.leftMargin: 30
+                Layout.rightMargin: 30
+                opacity: 0
+                isOnline: root.isOnline
+            }
+        }
+    }
+
+    SpringMotion {
+        id: chipsMotion
+
+        response: 0.8
+        dampingFraction: 0.7
+        delay: 0.7
+        running: true
+    }
+    SequentialAnimation {
+        running: true
+
+        PauseAnimation { duration: Theme.reducesMotion ? 0 : 400 }
+        NumberAnimation {
+            target: title
+            property: "opacity"
+            to: 1
+            duration: Theme.reducesMotion ? 0 : 800
+            easing.type: Easing.OutQuad
+        }
+    }
+    SequentialAnimation {
+        running: true
+
+        PauseAnimation { duration: Theme.reducesMotion ? 0 : 900 }
+        NumberAnimation {
+            target: banner
+            property: "opacity"
+            to: 1
+            duration: Theme.reducesMotion ? 0 : 600
+            easing.type: Easing.OutQuad
+        }
+    }
+}

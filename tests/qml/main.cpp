@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/ImageProviders.h"
+#include "Views/Session.h"
+#include "support/Fakes.h"
+#include "support/SampleFiles.h"
+#include "support/SampleHome.h"
+
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QQuickStyle>
+#include <QtQuickTest>
+
+using namespace Qt::StringLiterals;
+using namespace dugwise;
+using namespace dugwise::test;
+
+namespace {
+
+/// A home with a few files, and the application over it; what the desktop would do is kept.
+class Sample : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(dugwise::Session *session READ session CONSTANT)
+    Q_PROPERTY(bool isReady READ isReady NOTIFY readyChanged)
+    Q_PROPERTY(QStringList requests READ requests NOTIFY requestsChanged)
+
+public:
+    Sample()
+    {
+        writeFile(m_home.path(u"Documents/budget <img src=x> **1**.txt"_s), "paint and nails");
+        writeFile(m_home.path(u"Documents/budget 2026.md"_s), "a budget");
+        writeFile(m_home.path(u"Downloads/lease.txt"_s), "landlord and tenant");
+        auto workspace = std::make_unique<FakeWorkspace>();
+        m_workspace = workspace.get();
+        m_home.platform.workspace = std::move(workspace);
+        m_state = std::make_unique<AppState>(m_home.platform, AppServices(m_home.platform));
+        m_indexer = std::make_unique<FileIndexer>(m_home.platform);
+        m_network = std::make_unique<NetworkMonitor>(nullptr);
+        m_session = std::make_unique<Session>(m_home.platform, *m_state, *m_indexer, *m_network);
+        connect(m_indexer.get(), &FileIndexer::settled, this, &Sample::readyChanged);
+        connect(m_state.get(), &AppState::messagesChanged, this, &Sample::requestsChanged);
+    }
+
+    [[nodiscard]] Session *session() const { return m_session.get(); }
+    [[nodiscard]] bool isReady() const { return !m_indexer->isBusy(); }
+    /// What has been asked so far.
+    [[nodiscard]] QStringList requests() const
+    {
+        QStringList all;
+        for (const ChatMessage &message : m_state->messages()) {
+            if (message.isUser)
+                all.append(message.content);
+        }
+        return all;
+    }
+    Q_INVOKABLE QStringList opened() const { return m_workspace->opened; }
+    Q_INVOKABLE QStringList shown() const { return m_workspace->shown; }
+
+Q_SIGNALS:
+    void readyChanged();
+    void requestsChanged();
+
+private:
+    SampleHome m_home;
+    FakeWorkspace *m_workspace = nullptr;
+    std::unique_ptr<AppState> m_state;
+    std::unique_ptr<FileIndexer> m_indexer;
+    std::unique_ptr<NetworkMonitor> m_network;
+    std::unique_ptr<Session> m_session;
+};
+
+} // namespace
+
+/// Makes the engine of the tests in this folder as the window makes its own.
+class Setup : public QObject
+{
+    Q_OBJECT
+
+public Q_SLOTS:
+    void applicationAvailable() { QQuickStyle::setStyle(u"Basic"_s); }
+    void qmlEngineAvailable(QQmlEngine *engine)
+    {
+        addImageProviders(*engine);
+        m_sample = std::make_unique<Sample>();
+        engine->rootContext()->setContextProperty(u"sample"_s, m_sample.get());
+    }
+    void cleanupTestCase() { m_sample.reset(); }
+
+private:
+    std::unique_ptr<Sample> m_sample;
+};
+
+QUICK_TEST_MAIN_WITH_SETUP(dugwise, Setup)
+#include "main.moc"

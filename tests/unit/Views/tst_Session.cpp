@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/Session.h"
+#include "support/Fakes.h"
+#include "support/SampleFiles.h"
+#include "support/SampleHome.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise::test {
+
+class TstSession : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void whatIsAskedReachesTheApplication()
+    {
+        SampleHome home;
+        writeFile(home.path(u"Documents/budget.txt"_s), "paint and nails");
+        writeFile(home.path(u"Downloads/lease.txt"_s), "landlord and tenant");
+        auto ownedWorkspace = std::make_unique<FakeWorkspace>();
+        const FakeWorkspace *const workspace = ownedWorkspace.get();
+        home.platform.workspace = std::move(ownedWorkspace);
+        AppState state(home.platform, AppServices(home.platform));
+        FileIndexer indexer(home.platform);
+        NetworkMonitor network(nullptr);
+        Session session(home.platform, state, indexer, network);
+        QTRY_VERIFY(!indexer.isBusy());
+        QCOMPARE(session.folderNames(), QStringList({u"Documents"_s, u"Downloads"_s}));
+
+        QVERIFY(!session.submit(u" \n"_s));
+        QVERIFY(state.messages().isEmpty());
+        QVERIFY(session.submit(u"  budget "_s));
+        QTRY_VERIFY(!session.isSearching());
+        QCOMPARE(state.messages().first().content, u"budget"_s);
+        QCOMPARE(session.recentSearches(), QStringList{u"budget"_s});
+        const QString path = home.path(u"Documents/budget.txt"_s);
+        QCOMPARE(state.lastResults().first().file->path, path);
+
+        session.select(2); // below request and answer
+        QCOMPARE(session.selectedName(), u"budget.txt"_s);
+        session.select(0); // no result
+        QCOMPARE(session.selectedName(), u"budget.txt"_s);
+        session.openFile(2);
+        session.revealFile(2);
+        session.openFile(1);
+        QCOMPARE(workspace->opened, QStringList{path});
+        QCOMPARE(workspace->shown, QStringList{path});
+        session.newChat();
+        QCOMPARE(session.selectedName(), QString());
+        session.selectNumber(1); // of no answer
+        QCOMPARE(session.selectedName(), QString());
+
+        session.setPage(2);
+        QCOMPARE(state.selectedSidebarItem(), SidebarItem::privacy);
+        session.setPage(9);
+        QCOMPARE(session.page(), 2);
+        QSignalSpy pending(&session, &Session::pendingQueryChanged);
+        session.searchAgain(u"budget"_s);
+        QCOMPARE(session.page(), 0);
+        QCOMPARE(session.pendingQuery(), u"budget"_s);
+        session.clearPendingQuery();
+        QCOMPARE(session.pendingQuery(), QString());
+        QCOMPARE(pending.size(), 2);
+
+        session.removeFolder(5);
+        session.removeFolder(0);
+        QTRY_COMPARE(session.folderNames(), QStringList{u"Downloads"_s});
+        session.setColumns("columns");
+        QCOMPARE(session.columns(), "columns");
+        QTRY_VERIFY(!indexer.isBusy());
+    }
+};
+
+} // namespace dugwise::test
+
+QTEST_GUILESS_MAIN(dugwise::test::TstSession)
+#include "tst_Session.moc"
