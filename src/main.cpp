@@ -5,6 +5,8 @@
 #include "DugwiseApp.h"
 #include "Platform/Platform.h"
 #include "Platform/SystemFacilities.h"
+#include "SelfTest.h"
+#include "Utilities/PrintableText.h"
 #include "Views/Window.h"
 
 #include <QFile>
@@ -85,6 +87,12 @@ int main(int argc, char *argv[])
 
     if (arguments->command == Arguments::Command::window)
         return runWindow(argc, argv);
+    if (arguments->command == Arguments::Command::selfTest) {
+        if (!hasDisplay())
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        const QGuiApplication application(argc, argv);
+        return runSelfTest(arguments->pictures);
+    }
 
     const QCoreApplication application(argc, argv);
     Platform platform(StandardFolders::ofUser());

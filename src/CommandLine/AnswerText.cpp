@@ -4,6 +4,7 @@
 
 #include "Utilities/FileTypeHelper.h"
 #include "Utilities/Formatters.h"
+#include "Utilities/PrintableText.h"
 
 #include <algorithm>
 
@@ -80,26 +81,6 @@ QString answerText(const ChatMessage &answer, const TextStyle &style, Instant no
     for (const CrossAppResult &result : answer.crossAppResults)
         text += u'\n' + crossAppText(result, style, now);
     return text;
-}
-
-QString printable(const QString &text)
-{
-    QString shown = text;
-    for (QChar &c : shown) {
-        // The others turn the direction of the text around them.
-        const bool isTurning =
-            (c >= u'\u202A' && c <= u'\u202E') || (c >= u'\u2066' && c <= u'\u2069');
-        if (c.category() == QChar::Other_Control || isTurning)
-            c = QChar::ReplacementCharacter;
-    }
-    return shown;
-}
-
-QString printableLines(const QString &text)
-{
-    QStringList lines = text.split(u'\n');
-    std::ranges::transform(lines, lines.begin(), printable);
-    return lines.join(u'\n');
 }
 
 } // namespace dugwise

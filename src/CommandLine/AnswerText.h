@@ -16,9 +16,4 @@ struct TextStyle
 /// The answer and its numbered results, over several lines, the last one ended.
 [[nodiscard]] QString answerText(const ChatMessage &answer, const TextStyle &style, Instant now);
 
-/// Text of a file or a name with its control characters made harmless to a terminal.
-[[nodiscard]] QString printable(const QString &text);
-/// The same for a text of several lines, whose line feeds stay.
-[[nodiscard]] QString printableLines(const QString &text);
-
 } // namespace dugwise

@@ -103,11 +103,22 @@ Outcome<Arguments> parsePreview(Arguments arguments, const Words &words)
     return withoutOptions(arguments, words, 2);
 }
 
+Outcome<Arguments> parseSelfTest(Words words)
+{
+    Arguments arguments{.command = Arguments::Command::selfTest};
+    words.options.removeOne("--self-test"_L1);
+    if (!words.plain.isEmpty())
+        arguments.pictures = absolutePath(words.plain.first());
+    return withoutOptions(arguments, words, 1);
+}
+
 } // namespace
 
 Outcome<Arguments> parseArguments(const QStringList &all)
 {
     const Words words = split(all);
+    if (words.options.contains("--self-test"_L1))
+        return parseSelfTest(words);
     Arguments arguments;
     if (words.plain.isEmpty()) {
         const QString option = words.options.value(0);
@@ -155,6 +166,7 @@ QString helpText()
   dugwise index                        walk every folder again
   dugwise preview FILE                 the text of a file
   dugwise status                       what is indexed, what is on, and why not
+  dugwise --self-test [DIR]            whether the window works here; a picture of each state in DIR
   dugwise --help | --version
 
 Options of ask and chat:

@@ -22,14 +22,16 @@ struct Arguments
         index,
         preview,
         status,
+        selfTest,
         help,
         version,
     };
 
     Command command = Command::window;
-    QString request; ///< of ask
-    QString folder;  ///< of folders add and folders remove: absolute
-    QString file;    ///< of preview: absolute
+    QString request;  ///< of ask
+    QString folder;   ///< of folders add and folders remove: absolute
+    QString file;     ///< of preview: absolute
+    QString pictures; ///< of the self-test: an absolute folder, or empty
     bool json = false;
     bool useSemantic = true;
     bool useSystemSearch = true;

@@ -12,6 +12,7 @@
 #include "Services/FileIndexer.h"
 #include "Services/NetworkMonitor.h"
 #include "Utilities/Formatters.h"
+#include "Utilities/PrintableText.h"
 #include "Utilities/Text.h"
 
 #include <QEventLoop>
@@ -100,6 +101,7 @@ int CommandLine::carryOut(const Arguments &arguments)
         return status();
     case Arguments::Command::window:
     case Arguments::Command::preview:
+    case Arguments::Command::selfTest:
     case Arguments::Command::help:
     case Arguments::Command::version:
         break; // answered without the index

@@ -11,6 +11,7 @@
 #include "Services/FileIndexer.h"
 #include "Services/NetworkMonitor.h"
 #include "Utilities/Formatters.h"
+#include "Utilities/PrintableText.h"
 
 #include <QFileInfo>
 

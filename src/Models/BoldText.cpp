@@ -33,4 +33,9 @@ QString boldTextToHtml(const QString &text)
     return html + escaped(text.sliced(at)) + u"</span>"_s;
 }
 
+QString boldTextToPlain(const QString &text)
+{
+    return QString(text).remove("**"_L1);
+}
+
 } // namespace dugwise

@@ -10,4 +10,7 @@ namespace dugwise {
 /// line breaks. A mark without its pair, or with nothing inside, stays as it is.
 [[nodiscard]] QString boldTextToHtml(const QString &text);
 
+/// The text without marks of bold type, for reading it out.
+[[nodiscard]] QString boldTextToPlain(const QString &text);
+
 } // namespace dugwise

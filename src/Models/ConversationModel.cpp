@@ -5,6 +5,7 @@
 #include "Models/BoldText.h"
 #include "Utilities/FileTypeHelper.h"
 #include "Utilities/Formatters.h"
+#include "Utilities/PrintableText.h"
 
 #include <QUrl>
 
@@ -39,8 +40,6 @@ QVariant ConversationModel::data(const QModelIndex &index, int role) const
     const Row &row = m_rows[index.row()];
     if (role == kindRole)
         return QVariant::fromValue(row.kind);
-    if (role == isFirstRole)
-        return index.row() == 0 || m_rows[index.row() - 1].kind != row.kind;
     switch (row.kind) {
     case Kind::Request:
     case Kind::Answer:
@@ -62,6 +61,7 @@ QHash<int, QByteArray> ConversationModel::roleNames() const
         {textRole, "text"},
         {richTextRole, "richText"},
         {isFirstRole, "isFirst"},
+        {isLastRole, "isLast"},
         {numberRole, "number"},
         {isSelectedRole, "isSelected"},
         {nameRole, "name"},
@@ -79,9 +79,34 @@ QHash<int, QByteArray> ConversationModel::roleNames() const
 
 std::optional<SearchResult> ConversationModel::result(int row) const
 {
+    const SearchResult *const found = resultAt(row);
+    return found ? std::optional(*found) : std::nullopt;
+}
+
+/// Null for a row of another kind.
+const SearchResult *ConversationModel::resultAt(int row) const
+{
     if (row < 0 || row >= m_rows.size() || m_rows[row].kind != Kind::Result)
-        return std::nullopt;
-    return m_messages[m_rows[row].message].results[m_rows[row].position];
+        return nullptr;
+    return &m_messages[m_rows[row].message].results[m_rows[row].position];
+}
+
+QList<ConversationModel::Row> ConversationModel::rowsOf(const ChatMessage &message,
+                                                        qsizetype position) const
+{
+    QList<Row> rows;
+    const QList<TextPart> parts = textParts(message.content);
+    for (qsizetype i = 0; i < parts.size(); ++i)
+        rows.append({.kind = message.isUser ? Kind::Request : Kind::Answer,
+                     .message = position,
+                     .position = i,
+                     .part = parts[i],
+                     .isLast = i == parts.size() - 1});
+    for (qsizetype i = 0; i < message.results.size(); ++i)
+        rows.append({.kind = Kind::Result, .message = position, .position = i});
+    for (qsizetype i = 0; i < message.crossAppResults.size(); ++i)
+        rows.append({.kind = Kind::CrossAppResult, .message = position, .position = i});
+    return rows;
 }
 
 /// The conversation is only ever appended to, or cleared.
@@ -96,13 +121,8 @@ void ConversationModel::takeMessages()
         Q_EMIT isEmptyChanged();
     }
     QList<Row> rows;
-    for (qsizetype i = m_messages.size(); i < messages.size(); ++i) {
-        rows.append({messages[i].isUser ? Kind::Request : Kind::Answer, i, 0});
-        for (qsizetype j = 0; j < messages[i].results.size(); ++j)
-            rows.append({Kind::Result, i, j});
-        for (qsizetype j = 0; j < messages[i].crossAppResults.size(); ++j)
-            rows.append({Kind::CrossAppResult, i, j});
-    }
+    for (qsizetype i = m_messages.size(); i < messages.size(); ++i)
+        rows.append(rowsOf(messages[i], i));
     if (rows.isEmpty())
         return;
     const bool isSearching = !m_rows.isEmpty() && m_rows.last().kind == Kind::Searching;
@@ -127,7 +147,7 @@ void ConversationModel::takeSearching()
         endRemoveRows();
     } else {
         beginInsertRows({}, last, last);
-        m_rows.append({Kind::Searching, 0, 0});
+        m_rows.append({.kind = Kind::Searching});
         endInsertRows();
     }
 }
@@ -140,7 +160,7 @@ void ConversationModel::takeSelection()
     if (before == m_selected)
         return;
     for (int row = 0; row < m_rows.size(); ++row) {
-        const auto shown = result(row);
+        const SearchResult *const shown = resultAt(row);
         if (shown && (shown->id == before || shown->id == m_selected))
             Q_EMIT dataChanged(index(row), index(row), {isSelectedRole});
     }
@@ -149,11 +169,19 @@ void ConversationModel::takeSelection()
 QVariant ConversationModel::bubbleData(const Row &row, int role) const
 {
     const ChatMessage &message = m_messages[row.message];
-    if (role == textRole)
-        return message.content;
-    if (role == richTextRole)
-        return boldTextToHtml(message.content);
-    return {};
+    const auto text = [&] { return message.content.sliced(row.part.start, row.part.length); };
+    switch (role) {
+    case textRole:
+        return message.isUser ? text() : boldTextToPlain(text());
+    case richTextRole:
+        return message.isUser ? QString() : boldTextToHtml(text());
+    case isFirstRole:
+        return row.position == 0;
+    case isLastRole:
+        return row.isLast;
+    default:
+        return {};
+    }
 }
 
 QVariant ConversationModel::resultData(const Row &row, int role) const
@@ -161,12 +189,14 @@ QVariant ConversationModel::resultData(const Row &row, int role) const
     const SearchResult &result = m_messages[row.message].results[row.position];
     const IndexedFile &file = result.file;
     switch (role) {
+    case isFirstRole:
+        return row.position == 0;
     case numberRole:
         return static_cast<int>(row.position + 1);
     case isSelectedRole:
         return result.id == m_selected;
     case nameRole:
-        return file->name;
+        return printable(file->name);
     case symbolRole:
         return FileTypeHelper::sfSymbol(file->fileExtension);
     case colorNameRole:
@@ -180,11 +210,11 @@ QVariant ConversationModel::resultData(const Row &row, int role) const
     case sizeRole:
         return byteCount(file->size);
     case folderRole:
-        return file->folderPath;
+        return printable(file->folderPath);
     case hostRole:
         return QUrl(file->downloadSource.value_or(QString())).host(QUrl::FullyEncoded);
     case summaryRole:
-        return result.summary;
+        return printable(result.summary);
     default:
         return {};
     }
@@ -194,8 +224,10 @@ QVariant ConversationModel::crossAppData(const Row &row, int role) const
 {
     const CrossAppResult &result = m_messages[row.message].crossAppResults[row.position];
     switch (role) {
+    case isFirstRole:
+        return row.position == 0;
     case nameRole:
-        return result.title;
+        return printable(result.title);
     case symbolRole:
         return iconName(result.source);
     case colorNameRole:
@@ -205,9 +237,9 @@ QVariant ConversationModel::crossAppData(const Row &row, int role) const
     case dateRole:
         return relativeTime(result.date, m_clock.now(), UnitStyle::abbreviated);
     case folderRole:
-        return result.subtitle;
+        return printable(result.subtitle);
     case summaryRole:
-        return result.snippet;
+        return printable(result.snippet);
     default:
         return {};
     }

@@ -3,14 +3,16 @@
 #pragma once
 
 #include "Models/AppState.h"
+#include "Models/TextParts.h"
 #include "Utilities/Clock.h"
 
 #include <QAbstractListModel>
 
 namespace dugwise {
 
-/// The conversation as rows of a list: a bubble a message, a card a result below it, and at its end
-/// the sign of a search under way. A row a card keeps the list lazy, whatever an answer holds.
+/// The conversation as rows of a list: a bubble a message, or several a long one, a card a result
+/// below it, and at its end the sign of a search under way. Rows of bounded size keep the list
+/// lazy, whatever an answer holds.
 class ConversationModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -31,9 +33,10 @@ public:
 
     enum Role {
         kindRole = Qt::UserRole,
-        textRole,       ///< of a bubble: as it was written
+        textRole,       ///< of a bubble: without marks of bold type when it is an answer
         richTextRole,   ///< of an answer: HTML with nothing in it but bold type and line breaks
-        isFirstRole,    ///< of a card: whether it follows a bubble or another kind of card
+        isFirstRole,    ///< of a bubble: begins a message; of a card: is the first of its kind
+        isLastRole,     ///< of a bubble: ends a message
         numberRole,     ///< of a result: counted from 1
         isSelectedRole, ///< of a result
         nameRole,       ///< of a result; the title of a cross-app result
@@ -69,9 +72,13 @@ private:
     {
         Kind kind = Kind::Request;
         qsizetype message = 0;
-        qsizetype position = 0; ///< among the message's results or cross-app results
+        qsizetype position = 0; ///< among the message's parts, results or cross-app results
+        TextPart part;          ///< of a bubble
+        bool isLast = false;    ///< of a bubble
     };
 
+    [[nodiscard]] QList<Row> rowsOf(const ChatMessage &message, qsizetype position) const;
+    [[nodiscard]] const SearchResult *resultAt(int row) const;
     void takeMessages();
     void takeSearching();
     void takeSelection();

@@ -155,14 +155,14 @@ QCoro::Task<void> FileIndexer::restoreFolders()
     const QStringList existing = co_await checking;
     if (!self)
         co_return;
+    QStringList folders;
     for (const Outcome<QString> &folder : resolved) {
         if (folder)
-            appendFolder(*folder);
+            folders.append(*folder);
         else
             m_platform.log(u"Failed to resolve bookmark: "_s + folder.error());
     }
-    for (const QString &path : existing)
-        appendFolder(path);
+    appendFolders(folders + existing);
 }
 
 QCoro::Task<void> FileIndexer::restoreIndex()
@@ -186,12 +186,11 @@ QCoro::Task<void> FileIndexer::indexCommonFolders()
     const QStringList present = co_await checking;
     if (!self)
         co_return;
-    const auto added =
-        std::ranges::count_if(present, [&](const QString &path) { return appendFolder(path); });
+    const bool isAdded = appendFolders(present);
     m_isRestored = true;
     for (const auto &change : std::exchange(m_waitingChanges, {}))
         change();
-    if (added == 0)
+    if (!isAdded)
         co_return;
     const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter(kStartUpWait);
     if (!self)
@@ -261,7 +260,7 @@ void FileIndexer::addFolderURL(const QUrl &folder)
     if (isListed(path))
         return;
     saveBookmark(path);
-    appendFolder(path);
+    appendFolders({path});
     saveFolderPaths();
     indexFolder(QUrl::fromLocalFile(path));
 }
@@ -442,11 +441,20 @@ bool FileIndexer::isListed(const QString &folder) const
     return m_indexedFolderURLs.contains(QUrl::fromLocalFile(folder));
 }
 
-bool FileIndexer::appendFolder(const QString &folder)
+/// Lists those that are not listed yet, and tells whether there were any.
+bool FileIndexer::appendFolders(const QStringList &folders)
 {
-    if (isListed(folder))
+    QSet<QUrl> listed(m_indexedFolderURLs.cbegin(), m_indexedFolderURLs.cend());
+    const qsizetype before = m_indexedFolderURLs.size();
+    for (const QString &folder : folders) {
+        const QUrl url = QUrl::fromLocalFile(folder);
+        if (listed.contains(url))
+            continue;
+        listed.insert(url);
+        m_indexedFolderURLs.append(url);
+    }
+    if (m_indexedFolderURLs.size() == before)
         return false;
-    m_indexedFolderURLs.append(QUrl::fromLocalFile(folder));
     Q_EMIT indexedFolderURLsChanged();
     return true;
 }

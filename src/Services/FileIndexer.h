@@ -94,7 +94,7 @@ private:
     QCoro::Task<void> saveIndex();
 
     [[nodiscard]] bool isListed(const QString &folder) const;
-    bool appendFolder(const QString &folder);
+    bool appendFolders(const QStringList &folders);
     void saveFolderPaths();
     /// Whether the start-up has restored the folders and the index; until then `change` waits.
     [[nodiscard]] bool isRestored(const std::function<void()> &change);

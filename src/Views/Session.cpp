@@ -2,10 +2,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/Session.h"
 
+#include "Models/BoldText.h"
 #include "Platform/Platform.h"
 #include "Utilities/FilePath.h"
+#include "Utilities/PrintableText.h"
+
+#include <algorithm>
 
 namespace dugwise {
+
+namespace {
+
+constexpr qsizetype kShownRecents = 5;
+constexpr qsizetype kLongestLabel = 300; ///< characters; more than any window shows
+
+} // namespace
 
 Session::Session(Platform &platform,
                  AppState &appState,
@@ -30,6 +41,9 @@ Session::Session(Platform &platform,
     connect(&appState, &AppState::contactsEnabledChanged, this, &Session::sourcesChanged);
     connect(&appState, &AppState::messagesAccessibleChanged, this, &Session::sourcesChanged);
     connect(&appState, &AppState::selectedResultChanged, this, &Session::selectedChanged);
+    connect(&appState, &AppState::answered, this, [this] {
+        Q_EMIT answered(boldTextToPlain(m_appState.messages().last().content));
+    });
     connect(&indexer, &FileIndexer::indexedFolderURLsChanged, this, &Session::foldersChanged);
     lookForModel();
 }
@@ -50,6 +64,15 @@ void Session::setPage(int page)
         m_appState.setSelectedSidebarItem(kAllSidebarItems.at(static_cast<std::size_t>(page)));
 }
 
+QStringList Session::recentLabels() const
+{
+    QStringList labels;
+    for (const QString &query : m_appState.recentSearches().first(
+             std::min(kShownRecents, m_appState.recentSearches().size())))
+        labels.append(printable(query.left(kLongestLabel)));
+    return labels;
+}
+
 QString Session::pendingQuery() const
 {
     return m_appState.pendingQuery().value_or(QString());
@@ -59,14 +82,14 @@ QStringList Session::folderNames() const
 {
     QStringList names;
     for (const QUrl &folder : m_indexer.indexedFolderURLs())
-        names.append(FilePath::name(folder.toLocalFile()));
+        names.append(printable(FilePath::name(folder.toLocalFile())));
     return names;
 }
 
 QString Session::selectedName() const
 {
     const std::optional<SearchResult> selected = m_appState.selectedResult();
-    return selected ? selected->file->name : QString();
+    return selected ? printable(selected->file->name) : QString();
 }
 
 bool Session::submit(const QString &text)
@@ -82,8 +105,9 @@ void Session::newChat()
     m_appState.clearChat();
 }
 
-void Session::searchAgain(const QString &query)
+void Session::searchAgain(int position)
 {
+    const QString query = m_appState.recentSearches().value(position);
     m_appState.setSelectedSidebarItem(SidebarItem::home);
     m_appState.setPendingQuery(query);
 }
@@ -149,6 +173,21 @@ QByteArray Session::columns() const
 void Session::setColumns(const QByteArray &columns)
 {
     m_platform.userDefaults.setByteArrayList(kColumnsKey, {columns});
+}
+
+QSize Session::windowSize() const
+{
+    const QStringList sides =
+        m_platform.userDefaults.stringList(kWindowSizeKey).value_or(QStringList());
+    const QSize size(sides.value(0).toInt(), sides.value(1).toInt());
+    return size.isEmpty() ? QSize(1200, 750) : size;
+}
+
+void Session::setWindowSize(const QSize &size)
+{
+    if (size != windowSize())
+        m_platform.userDefaults.setStringList(
+            kWindowSizeKey, {QString::number(size.width()), QString::number(size.height())});
 }
 
 } // namespace dugwise

@@ -27,7 +27,7 @@ class Session : public QObject
     Q_PROPERTY(dugwise::SystemAppearance *appearance READ appearance CONSTANT)
     Q_PROPERTY(dugwise::DialogFolderPicker *folderPicker READ folderPicker CONSTANT)
     Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged)
-    Q_PROPERTY(QStringList recentSearches READ recentSearches NOTIFY recentSearchesChanged)
+    Q_PROPERTY(QStringList recentLabels READ recentLabels NOTIFY recentSearchesChanged)
     Q_PROPERTY(bool isSearching READ isSearching NOTIFY isSearchingChanged)
     Q_PROPERTY(QString pendingQuery READ pendingQuery NOTIFY pendingQueryChanged)
     Q_PROPERTY(bool isModelAvailable READ isModelAvailable NOTIFY isModelAvailableChanged)
@@ -35,10 +35,12 @@ class Session : public QObject
     Q_PROPERTY(bool contactsEnabled READ contactsEnabled NOTIFY sourcesChanged)
     Q_PROPERTY(bool messagesAccessible READ messagesAccessible NOTIFY sourcesChanged)
     Q_PROPERTY(QStringList folderNames READ folderNames NOTIFY foldersChanged)
+    Q_PROPERTY(qsizetype folderCount READ folderCount NOTIFY foldersChanged)
     Q_PROPERTY(QString selectedName READ selectedName NOTIFY selectedChanged)
 
 public:
     static constexpr QLatin1StringView kColumnsKey{"WindowColumns"};
+    static constexpr QLatin1StringView kWindowSizeKey{"WindowSize"};
 
     /// All outlive the session.
     Session(Platform &platform,
@@ -56,7 +58,8 @@ public:
     /// The sidebar's destination, as the position of its SidebarItem.
     [[nodiscard]] int page() const;
     void setPage(int page);
-    [[nodiscard]] QStringList recentSearches() const { return m_appState.recentSearches(); }
+    /// The latest recent searches, each no longer than a line can be.
+    [[nodiscard]] QStringList recentLabels() const;
     [[nodiscard]] bool isSearching() const { return m_appState.isSearching(); }
     /// Empty when there is none.
     [[nodiscard]] QString pendingQuery() const;
@@ -67,14 +70,15 @@ public:
     [[nodiscard]] bool messagesAccessible() const { return m_appState.messagesAccessible(); }
     /// Last components of the indexed folders' paths, in order.
     [[nodiscard]] QStringList folderNames() const;
+    [[nodiscard]] qsizetype folderCount() const { return m_indexer.indexedFolderURLs().size(); }
     /// Name of the selected result's file; empty when none is selected.
     [[nodiscard]] QString selectedName() const;
 
     /// Takes a request in, and tells whether there was one in the text.
     Q_INVOKABLE bool submit(const QString &text);
     Q_INVOKABLE void newChat();
-    /// Has a recent search submitted by the chat view.
-    Q_INVOKABLE void searchAgain(const QString &query);
+    /// Has the recent search at that place of recentLabels() submitted by the chat view.
+    Q_INVOKABLE void searchAgain(int position);
     Q_INVOKABLE void clearPendingQuery();
     /// Selects the result of a row of the conversation.
     Q_INVOKABLE void select(int row);
@@ -89,6 +93,9 @@ public:
     /// The columns' widths as a SplitView saves them; empty before they were ever changed.
     [[nodiscard]] Q_INVOKABLE QByteArray columns() const;
     Q_INVOKABLE void setColumns(const QByteArray &columns);
+    /// The window's size when it was last closed; the usual one before that.
+    [[nodiscard]] Q_INVOKABLE QSize windowSize() const;
+    Q_INVOKABLE void setWindowSize(const QSize &size);
 
 Q_SIGNALS:
     void pageChanged();
@@ -99,6 +106,8 @@ Q_SIGNALS:
     void sourcesChanged();
     void foldersChanged();
     void selectedChanged();
+    /// An answer has come; without marks of bold type.
+    void answered(const QString &answer);
 
 private:
     Platform &m_platform;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/SystemAppearance.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -11,6 +12,7 @@ SystemAppearance::SystemAppearance(DesktopAppearance *desktop, QObject *parent)
     : QObject(parent)
     , m_desktop(desktop)
 {
+    QCoreApplication::instance()->installEventFilter(this);
     if (!m_desktop)
         return;
     m_desktop->start([this](const Appearance &appearance) {
@@ -23,6 +25,13 @@ SystemAppearance::~SystemAppearance()
 {
     if (m_desktop)
         m_desktop->cancel();
+}
+
+bool SystemAppearance::eventFilter(QObject * /*object*/, QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        Q_EMIT changed();
+    return false;
 }
 
 bool SystemAppearance::isDark() const

@@ -32,6 +32,9 @@ public:
 Q_SIGNALS:
     void changed();
 
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
 private:
     DesktopAppearance *m_desktop;
     Appearance m_appearance;

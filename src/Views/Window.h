@@ -6,6 +6,8 @@
 
 #include <QQmlApplicationEngine>
 
+class QQuickWindow;
+
 namespace dugwise {
 
 /// The application's one window.
@@ -16,7 +18,9 @@ public:
     explicit Window(Session &session);
 
     /// Whether it could be made.
-    [[nodiscard]] bool isOpen() const { return !m_engine.rootObjects().isEmpty(); }
+    [[nodiscard]] bool isOpen() const { return view() != nullptr; }
+    /// Null when it could not be made.
+    [[nodiscard]] QQuickWindow *view() const;
 
 private:
     QQmlApplicationEngine m_engine;

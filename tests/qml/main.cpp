@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/ImageProviders.h"
+#include "Views/NoNetwork.h"
 #include "Views/Session.h"
 #include "support/Fakes.h"
 #include "support/SampleFiles.h"
@@ -9,6 +10,8 @@
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickStyle>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QtQuickTest>
 
 using namespace Qt::StringLiterals;
@@ -31,6 +34,13 @@ public:
         writeFile(m_home.path(u"Documents/budget <img src=x> **1**.txt"_s), "paint and nails");
         writeFile(m_home.path(u"Documents/budget 2026.md"_s), "a budget");
         writeFile(m_home.path(u"Downloads/lease.txt"_s), "landlord and tenant");
+        writeFile(m_home.path(u"Documents/"_s + QString(60, u'W') + u" budget\nof\u202Efdp.txt"_s),
+                  "");
+        writeFile(m_home.path(u"Extra/plan.txt"_s), "a plan");
+        auto appearance = std::make_unique<FakeDesktopAppearance>();
+        m_appearance = appearance.get();
+        m_home.platform.desktopAppearance = std::move(appearance);
+        m_home.platform.folderPicker = std::make_unique<DialogFolderPicker>();
         auto workspace = std::make_unique<FakeWorkspace>();
         m_workspace = workspace.get();
         m_home.platform.workspace = std::move(workspace);
@@ -38,6 +48,9 @@ public:
         m_indexer = std::make_unique<FileIndexer>(m_home.platform);
         m_network = std::make_unique<NetworkMonitor>(nullptr);
         m_session = std::make_unique<Session>(m_home.platform, *m_state, *m_indexer, *m_network);
+        setTextScale(1);
+        m_server.listen(QHostAddress::LocalHost);
+        connect(&m_server, &QTcpServer::newConnection, this, [this] { ++m_visits; });
         connect(m_indexer.get(), &FileIndexer::settled, this, &Sample::readyChanged);
         connect(m_state.get(), &AppState::messagesChanged, this, &Sample::requestsChanged);
     }
@@ -54,6 +67,24 @@ public:
         }
         return all;
     }
+    /// Of a desktop on which nothing moves for show.
+    Q_INVOKABLE void setTextScale(double scale, bool isDark = false)
+    {
+        m_appearance->handler({.isDark = isDark, .reducesMotion = true, .textScale = scale});
+    }
+    Q_INVOKABLE QUrl extraFolder() const { return QUrl::fromLocalFile(m_home.path(u"Extra"_s)); }
+    /// A picture on a server of this machine, and how often it was asked for.
+    Q_INVOKABLE QString picture() const
+    {
+        return u"http://127.0.0.1:%1/picture.png"_s.arg(m_server.serverPort());
+    }
+    Q_INVOKABLE int visits() const { return m_visits; }
+    Q_INVOKABLE void visit()
+    {
+        QTcpSocket visitor;
+        visitor.connectToHost(QHostAddress::LocalHost, m_server.serverPort());
+        visitor.waitForConnected();
+    }
     Q_INVOKABLE QStringList opened() const { return m_workspace->opened; }
     Q_INVOKABLE QStringList shown() const { return m_workspace->shown; }
 
@@ -64,6 +95,9 @@ Q_SIGNALS:
 private:
     SampleHome m_home;
     FakeWorkspace *m_workspace = nullptr;
+    FakeDesktopAppearance *m_appearance = nullptr;
+    QTcpServer m_server;
+    int m_visits = 0;
     std::unique_ptr<AppState> m_state;
     std::unique_ptr<FileIndexer> m_indexer;
     std::unique_ptr<NetworkMonitor> m_network;
@@ -82,6 +116,7 @@ public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine *engine)
     {
         addImageProviders(*engine);
+        denyNetwork(*engine);
         m_sample = std::make_unique<Sample>();
         engine->rootContext()->setContextProperty(u"sample"_s, m_sample.get());
     }

@@ -142,7 +142,7 @@ Item {
             const field = createTemporaryObject(fieldMaker, root)
             mouseMove(field, 120, 80)
             tryCompare(field, "mouseLocation", Qt.point(120, 80))
-            createTemporaryObject(tilesMaker, root)
+            createTemporaryObject(tilesMaker, field)
             mouseMove(field, 60, 70)
             tryCompare(field, "mouseLocation", Qt.point(60, 70)) // beneath what has the pointer
             mouseMove(root, -20, -20)

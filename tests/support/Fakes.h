@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/DesktopAppearance.h"
 #include "Platform/FolderPicker.h"
 #include "Platform/MetadataItem.h"
 #include "Platform/MetadataQueryCommand.h"
@@ -60,6 +61,16 @@ public:
             output = outputs.takeFirst();
         co_return output;
     }
+};
+
+/// A desktop whose settings a test changes.
+class FakeDesktopAppearance final : public DesktopAppearance
+{
+public:
+    UpdateHandler handler;
+
+    void start(UpdateHandler updateHandler) override { handler = std::move(updateHandler); }
+    void cancel() override { handler = {}; }
 };
 
 /// Follows the paths that a test hands to the handler.

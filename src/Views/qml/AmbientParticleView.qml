@@ -3,39 +3,51 @@
 import QtQuick
 import Dugwise
 
-/// A field of glowing particles that the pointer draws near and a click stirs up. It stands still
-/// while motion is reduced.
-ParticleCanvas {
+/// A field of glowing particles that the pointer draws near and a click stirs up, behind whatever is
+/// put into it. It stands still while motion is reduced.
+Item {
     id: root
 
+    default property alias content: front.data
     property bool isAnimated: !Theme.reducesMotion
     readonly property alias isMoving: frames.running
+    readonly property alias count: canvas.count
+    readonly property alias mouseLocation: canvas.mouseLocation
 
-    accent: Theme.accent
-    mouseLocation: root.placeOf(pointer.point.position)
-    onIsAnimatedChanged: root.start()
-
-    /// Where a point of the parent is here; (0, 0) when that is not over this item.
-    function placeOf(point: point): point {
-        const place = root.mapFromItem(root.parent, point)
-        return pointer.hovered && root.contains(place) ? place : Qt.point(0, 0)
+    /// Stirs the particles up at a point of this item, as a click there does that nothing in front
+    /// takes.
+    function spawnBurst(point: point): void {
+        if (root.isAnimated)
+            canvas.spawnBurst(point)
     }
 
+    onIsAnimatedChanged: canvas.start()
+
+    ParticleCanvas {
+        id: canvas
+
+        anchors.fill: parent
+        accent: Theme.accent
+        mouseLocation: pointer.hovered ? pointer.point.position : Qt.point(0, 0)
+    }
+    Item {
+        id: front
+
+        anchors.fill: parent
+    }
     SeenFrames {
         id: frames
 
         item: root
         isWanted: root.isAnimated
-        onTriggered: root.advance(frames.frameTime)
+        onTriggered: canvas.advance(frames.frameTime)
     }
     HoverHandler {
         id: pointer
 
-        parent: root.parent // the pointer is followed beneath the items in front, too
         enabled: root.isAnimated
     }
     TapHandler {
-        enabled: root.isAnimated
         onTapped: eventPoint => root.spawnBurst(eventPoint.position)
     }
 }

@@ -51,6 +51,7 @@ Rectangle {
             color: root.ink
             font.pixelSize: root.textSize
             font.bold: root.isBold
+            Accessible.ignored: true
         }
     }
 }

@@ -14,9 +14,18 @@ Item {
     Shadow {
         anchors.fill: parent
         radius: 12
+        blur: 2
+        offset: 1
+        opacity: root.isRaised ? 0 : 0.05
+
+        Behavior on opacity { NumberAnimation { duration: 150; easing.type: Easing.OutQuad } }
+    }
+    Shadow {
+        anchors.fill: parent
+        radius: 12
         blur: 6
-        offset: root.isRaised ? 2 : 1
-        opacity: root.isRaised ? 0.1 : 0.05
+        offset: 2
+        opacity: root.isRaised ? 0.1 : 0
 
         Behavior on opacity { NumberAnimation { duration: 150; easing.type: Easing.OutQuad } }
     }

@@ -16,6 +16,12 @@ ColumnLayout {
         inputBar.submit()
     }
 
+    /// Scrolls the conversation by that many pages.
+    function turnPages(count: int): void {
+        if (!root.session.conversation.isEmpty)
+            (content.item as MessageList).turnPages(count)
+    }
+
     function takePendingQuery(): void {
         const query = root.session.pendingQuery
         if (query === "")
@@ -24,6 +30,7 @@ ColumnLayout {
         root.session.clearPendingQuery()
     }
 
+    objectName: "chatView"
     spacing: 0
 
     Connections {
@@ -32,8 +39,21 @@ ColumnLayout {
         function onPendingQueryChanged(): void {
             root.takePendingQuery()
         }
+        function onAnswered(answer: string): void {
+            announcement.visible = false
+            announcement.Accessible.name = answer
+            announcement.visible = true
+        }
     }
     Component.onCompleted: root.takePendingQuery()
+
+    // Read out by a screen reader whenever it comes into view.
+    Item {
+        id: announcement
+
+        visible: false
+        Accessible.role: Accessible.AlertMessage
+    }
 
     RowLayout {
         Layout.fillWidth: true
@@ -50,6 +70,8 @@ ColumnLayout {
         }
     }
     Loader {
+        id: content
+
         Layout.fillWidth: true
         Layout.fillHeight: true
         sourceComponent: root.session.conversation.isEmpty ? welcome : messages
@@ -59,7 +81,7 @@ ColumnLayout {
 
         Layout.fillWidth: true
         Layout.margins: 16
-        onSubmitted: text => root.session.submit(text)
+        session: root.session
     }
 
     Component {

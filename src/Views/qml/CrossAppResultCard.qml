@@ -74,7 +74,7 @@ Item {
                         text: root.typeName
                         isBold: true
                         verticalPadding: 2
-                        ink: Theme.isDark ? "#1d1d1f" : "#ffffff"
+                        ink: Theme.accentInk
                         ground: root.tint
                     }
                 }

@@ -9,17 +9,14 @@ import Dugwise
 Rectangle {
     id: root
 
+    required property Session session
     property alias text: field.text
     readonly property bool isEmpty: field.text.trim() === ""
 
-    signal submitted(text: string)
-
     function submit(): void {
-        if (root.isEmpty)
-            return
-        const request = field.text.trim()
-        field.clear()
-        root.submitted(request)
+        if (root.session.submit(field.text))
+            field.clear()
+        field.forceActiveFocus() // what was clicked to get here may be gone or disabled now
     }
 
     function focusField(): void {

@@ -9,10 +9,11 @@ ApplicationWindow {
     id: root
 
     required property Session session
+    readonly property size keptSize: session.windowSize()
 
     title: "Dugwise"
-    width: 1200
-    height: 750
+    width: Math.max(minimumWidth, keptSize.width)
+    height: Math.max(minimumHeight, keptSize.height)
     minimumWidth: 1000
     minimumHeight: 600
     visible: true
@@ -44,6 +45,7 @@ ApplicationWindow {
     FolderDialog {
         id: folders
 
+        objectName: "folderDialog"
         onAccepted: root.session.folderPicker.conclude(folders.selectedFolder)
         onRejected: root.session.folderPicker.conclude("")
     }
@@ -57,6 +59,8 @@ ApplicationWindow {
         }
     }
     onClosing: {
+        if (root.visibility === Window.Windowed)
+            root.session.setWindowSize(Qt.size(root.width, root.height))
         if (root.session.folderPicker)
             root.session.folderPicker.conclude("")
     }
@@ -75,6 +79,14 @@ ApplicationWindow {
     Shortcut {
         sequences: ["Ctrl+K", "Ctrl+L"]
         onActivated: view.focusField()
+    }
+    Shortcut {
+        sequences: [StandardKey.MoveToPreviousPage]
+        onActivated: view.turnPages(-1)
+    }
+    Shortcut {
+        sequences: [StandardKey.MoveToNextPage]
+        onActivated: view.turnPages(1)
     }
     Shortcut {
         sequences: [StandardKey.Quit]

@@ -11,10 +11,18 @@ SplitView {
     id: root
 
     required property Session session
+    readonly property int contentMinimum: 400
+    readonly property int previewMinimum: 220
+    /// Its names and states have room to grow into.
+    readonly property real sidebarScale: 1 + Math.max(0, Math.min(1, Theme.textScale - 1)) / 2
 
     function focusField(): void {
         root.session.page = 0
         chat.field.focusField()
+    }
+
+    function turnPages(count: int): void {
+        chat.turnPages(count)
     }
 
     orientation: Qt.Horizontal
@@ -34,14 +42,17 @@ SplitView {
     }
 
     SidebarView {
-        SplitView.preferredWidth: 240
-        SplitView.minimumWidth: 220
-        SplitView.maximumWidth: 360
+        id: sidebar
+
+        SplitView.preferredWidth: 240 * root.sidebarScale
+        SplitView.minimumWidth: 220 * root.sidebarScale
+        SplitView.maximumWidth: Math.max(SplitView.minimumWidth,
+                                         Math.min(360, root.width - root.contentMinimum - root.previewMinimum - 2))
         session: root.session
     }
     Item {
         SplitView.fillWidth: true
-        SplitView.minimumWidth: 400
+        SplitView.minimumWidth: root.contentMinimum
 
         ChatView {
             id: chat
@@ -58,7 +69,9 @@ SplitView {
     }
     PreviewColumn {
         SplitView.preferredWidth: 300
-        SplitView.minimumWidth: 220
+        SplitView.minimumWidth: root.previewMinimum
+        SplitView.maximumWidth: Math.max(root.previewMinimum,
+                                         root.width - sidebar.width - root.contentMinimum - 2)
         session: root.session
     }
 }

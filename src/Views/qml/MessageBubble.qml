@@ -3,17 +3,21 @@
 import QtQuick
 import Dugwise
 
-/// One message: a request on the right, an answer on the left.
+/// A message, or a part of a long one: a request on the right, an answer on the left.
 Item {
     id: root
 
     required property int index
     required property string text
     required property string richText
+    required property bool isFirst
+    required property bool isLast
     required property bool isUser
 
-    readonly property real gap: index === 0 ? 0 : 16
-    readonly property real widest: width - 60
+    readonly property real gap: index === 0 || !isFirst ? 0 : 16
+    readonly property real indent: isUser ? 0 : 32
+    readonly property real sidePadding: isUser ? 16 : 14
+    readonly property real widest: width - 60 - indent - 2 * sidePadding
 
     implicitHeight: bubble.height + gap
     opacity: Math.min(1, motion.value)
@@ -26,33 +30,42 @@ Item {
         running: true
     }
 
-    Symbol {
-        visible: !root.isUser
-        x: 0
-        y: bubble.y + 10
+    Item {
+        visible: !root.isUser && root.isFirst
+        y: bubble.y + 8
         width: 24
-        name: "doc.text.magnifyingglass"
-        size: Theme.callout * 1.3
-        color: Theme.accent
+        height: 24
+
+        Symbol {
+            anchors.centerIn: parent
+            name: "doc.text.magnifyingglass"
+            size: Theme.callout * 1.2
+            color: Theme.accent
+        }
     }
-    Rectangle {
+    Item {
         id: bubble
 
-        readonly property real sidePadding: root.isUser ? 16 : 14
-
-        x: root.isUser ? root.width - width : 32
+        x: root.isUser ? root.width - width : root.indent
         y: root.gap + 8 * (1 - motion.value)
-        width: words.width + 2 * sidePadding
-        height: words.height + 20
-        radius: 16
-        color: root.isUser ? Theme.accent : Theme.controlBackground
+        width: words.width + 2 * root.sidePadding
+        height: words.y + words.height + (root.isLast ? 10 : 0)
+        clip: !root.isFirst || !root.isLast
 
+        // Round where the message begins and ends alone.
+        Rectangle {
+            y: root.isFirst ? 0 : -radius
+            width: parent.width
+            height: parent.height - y + (root.isLast ? 0 : radius)
+            radius: 16
+            color: root.isUser ? Theme.accent : Theme.controlBackground
+        }
         TextEdit {
             id: words
 
-            x: bubble.sidePadding
-            y: 10
-            width: Math.min(implicitWidth, root.widest - 2 * bubble.sidePadding - (root.isUser ? 0 : 32))
+            x: root.sidePadding
+            y: root.isFirst ? 10 : 0
+            width: root.isFirst && root.isLast ? Math.min(implicitWidth, root.widest) : root.widest
             readOnly: true
             selectByMouse: true
             wrapMode: TextEdit.Wrap

@@ -13,23 +13,97 @@ ListView {
 
     required property Session session
 
+    readonly property real rowWidth: width - leftMargin - rightMargin
+    /// Whether the end is kept in view: from a new message on until the person scrolls.
+    property bool follows: false
+
+    function turnPages(count: int): void {
+        root.stay()
+        const last = Math.max(root.originY, root.originY + root.contentHeight - root.height)
+        root.contentY = Math.max(root.originY - root.topMargin,
+                                 Math.min(last, root.contentY + count * root.height * 0.9))
+    }
+
+    /// Puts the keyboard on the next card after a row, or before it when `by` is -1.
+    function goToCard(row: int, by: int): void {
+        for (let i = row + by; i >= 0 && i < root.count; i += by) {
+            root.positionViewAtIndex(i, ListView.Contain)
+            const card = root.itemAtIndex(i) as SearchResultCard
+            if (card) {
+                card.forceActiveFocus(Qt.TabFocusReason)
+                return
+            }
+        }
+    }
+
+    function stay(): void {
+        root.follows = false
+        scrolling.stop()
+    }
+
+    /// Where the content ends at the bottom, as far as its height is known.
+    function end(): real {
+        const end = root.originY + root.contentHeight + root.bottomMargin - root.height
+        return Math.max(root.originY - root.topMargin, end)
+    }
+
+    function showEnd(): void {
+        root.positionViewAtEnd()
+        root.contentY = root.end()
+    }
+
+    function scrollToEnd(): void {
+        scrolling.stop()
+        if (Theme.reducesMotion) {
+            root.showEnd()
+            return
+        }
+        scrolling.from = root.contentY
+        scrolling.to = root.end()
+        scrolling.start()
+    }
+
     objectName: "conversation"
     clip: true
     model: session.conversation
     topMargin: 16
-    bottomMargin: 16
     leftMargin: 16
     rightMargin: 16
+    bottomMargin: 16
     boundsBehavior: Flickable.StopAtBounds
     reuseItems: false
     cacheBuffer: 400
-    ScrollBar.vertical: ScrollBar {}
+    ScrollBar.vertical: ScrollBar {
+        onPressedChanged: root.stay()
+    }
     Accessible.role: Accessible.List
     Accessible.name: "Conversation"
 
-    // Only a new message scrolls, and then to the end of what has come.
-    onCountChanged: Qt.callLater(root.positionViewAtEnd)
-    Component.onCompleted: root.positionViewAtEnd()
+    onCountChanged: {
+        root.follows = true
+        Qt.callLater(root.scrollToEnd)
+    }
+    // The heights of rows that come into view were estimates before.
+    onContentHeightChanged: {
+        if (root.follows)
+            Qt.callLater(root.scrollToEnd)
+    }
+    onMovementStarted: root.stay()
+    Component.onCompleted: root.showEnd()
+
+    NumberAnimation {
+        id: scrolling
+
+        target: root
+        property: "contentY"
+        duration: 350
+        easing.type: Easing.InOutQuad
+        onFinished: root.showEnd()
+    }
+    FocusFollower {
+        flickable: root
+        onMoved: root.stay()
+    }
 
     delegate: DelegateChooser {
         role: "kind"
@@ -38,7 +112,7 @@ ListView {
             roleValue: ConversationModel.Request
 
             MessageBubble {
-                width: root.width - root.leftMargin - root.rightMargin
+                width: root.rowWidth
                 isUser: true
             }
         }
@@ -46,7 +120,7 @@ ListView {
             roleValue: ConversationModel.Answer
 
             MessageBubble {
-                width: root.width - root.leftMargin - root.rightMargin
+                width: root.rowWidth
                 isUser: false
             }
         }
@@ -54,17 +128,19 @@ ListView {
             roleValue: ConversationModel.Result
 
             SearchResultCard {
-                width: root.width - root.leftMargin - root.rightMargin
+                width: root.rowWidth
                 onSelected: root.session.select(index)
                 onOpened: root.session.openFile(index)
                 onRevealed: root.session.revealFile(index)
+                Keys.onUpPressed: root.goToCard(index, -1)
+                Keys.onDownPressed: root.goToCard(index, 1)
             }
         }
         DelegateChoice {
             roleValue: ConversationModel.CrossAppResult
 
             CrossAppResultCard {
-                width: root.width - root.leftMargin - root.rightMargin
+                width: root.rowWidth
             }
         }
         DelegateChoice {

@@ -40,6 +40,7 @@ AbstractButton {
     Accessible.role: Accessible.ListItem
     Accessible.name: "#" + number + " " + name + ", " + typeName + ", " + summary
     Accessible.selected: isSelected
+    Accessible.onPressAction: root.selected()
     onClicked: root.selected()
     Keys.onReturnPressed: root.selected()
     Keys.onEnterPressed: root.selected()
@@ -55,8 +56,11 @@ AbstractButton {
         running: true
     }
 
+    containmentMask: ground
     background: Item {
         CardGround {
+            id: ground
+
             x: 32
             y: root.gap
             width: parent.width - 32 - 60
@@ -113,10 +117,13 @@ AbstractButton {
                     elide: Text.ElideMiddle
                 }
             }
-            RowLayout {
+            Flow {
+                Layout.fillWidth: true
                 spacing: 6
 
                 Capsule {
+                    id: typeBadge
+
                     text: root.typeName
                     textSize: Theme.caption
                     verticalPadding: 2
@@ -131,12 +138,15 @@ AbstractButton {
                     verticalPadding: 2
                 }
                 PlainLabel {
+                    height: typeBadge.height
+                    verticalAlignment: Text.AlignVCenter
                     text: root.date
                     color: Theme.secondary
                     font.pixelSize: Theme.caption
                 }
                 PlainLabel {
-                    Layout.fillWidth: true
+                    height: typeBadge.height
+                    verticalAlignment: Text.AlignVCenter
                     text: root.size
                     color: Theme.tertiary
                     font.pixelSize: Theme.caption

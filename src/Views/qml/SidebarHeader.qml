@@ -29,7 +29,8 @@ Column {
             font.bold: true
         }
     }
-    Row {
+    Flow {
+        width: root.width - root.leftPadding - root.rightPadding
         spacing: 5
 
         Capsule {

@@ -9,19 +9,20 @@ import Dugwise
 AbstractButton {
     id: root
 
+    required property string label
     required property string symbol
     property bool isCurrent: false
 
-    Layout.fillWidth: true
-    Layout.leftMargin: 8
-    Layout.rightMargin: 8
+    x: 8
+    width: parent.width - 16
     implicitHeight: Math.ceil(Theme.callout * 2)
     leftPadding: 8
     rightPadding: 8
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     Accessible.role: Accessible.Button
-    Accessible.name: text
+    Accessible.name: label
+    Accessible.selected: isCurrent
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 
@@ -35,7 +36,7 @@ AbstractButton {
         }
         PlainLabel {
             Layout.fillWidth: true
-            text: root.text
+            text: root.label
             font.pixelSize: Theme.callout
             font.weight: root.isCurrent ? Font.DemiBold : Font.Normal
         }

@@ -13,23 +13,7 @@ Rectangle {
 
     required property Session session
 
-    readonly property var destinations: [
-        { name: "Settings", symbol: "gearshape.fill", page: 1 },
-        { name: "Privacy", symbol: "lock.shield.fill", page: 2 },
-        { name: "About", symbol: "info.circle.fill", page: 3 }
-    ]
-    readonly property var sources: [
-        { symbol: "folder.fill", name: "Files", isActive: session.folderNames.length > 0, status: String(session.indexer.totalFilesIndexed) },
-        { symbol: "envelope.fill", name: "Mail", isActive: true, status: "Spotlight" },
-        { symbol: "message.fill", name: "Messages", isActive: session.messagesAccessible, status: connection(session.messagesAccessible) },
-        { symbol: "calendar", name: "Calendar", isActive: session.calendarEnabled, status: connection(session.calendarEnabled) },
-        { symbol: "person.crop.circle", name: "Contacts", isActive: session.contactsEnabled, status: connection(session.contactsEnabled) }
-    ]
-
-    function connection(isConnected: bool): string {
-        return isConnected ? "Connected" : "No Access"
-    }
-
+    objectName: "sidebar"
     color: Theme.sidebarBackground
 
     ColumnLayout {
@@ -40,21 +24,26 @@ Rectangle {
             Layout.fillWidth: true
             session: root.session
         }
-
-        ScrollView {
+        Flickable {
             id: scroll
 
             Layout.fillWidth: true
             Layout.fillHeight: true
-            contentWidth: availableWidth
-            ScrollBar.horizontal.policy: ScrollBar.AlwaysOff
+            contentHeight: sections.height + 8
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+            ScrollBar.vertical: ScrollBar {}
 
-            ColumnLayout {
-                width: scroll.availableWidth
+            FocusFollower { flickable: scroll }
+
+            Column {
+                id: sections
+
+                width: scroll.width
                 spacing: 2
 
                 SidebarRow {
-                    text: "Home"
+                    label: "Home"
                     symbol: "house.fill"
                     isCurrent: root.session.page === 0
                     onClicked: root.session.page = 0
@@ -62,61 +51,34 @@ Rectangle {
 
                 SidebarTitle { text: "Recent Searches" }
                 PlainLabel {
-                    Layout.leftMargin: 16
-                    visible: root.session.recentSearches.length === 0
+                    x: 16
+                    width: parent.width - 32
+                    visible: root.session.recentLabels.length === 0
                     text: "No recent searches"
                     color: Theme.tertiary
                     font.pixelSize: Theme.caption
                 }
                 Repeater {
-                    model: root.session.recentSearches.slice(0, 5)
+                    model: root.session.recentLabels
 
                     SidebarRow {
                         required property string modelData
+                        required property int index
 
                         objectName: "recentSearch"
-                        text: modelData
+                        label: modelData
                         symbol: "magnifyingglass"
-                        onClicked: root.session.searchAgain(modelData)
+                        onClicked: root.session.searchAgain(index)
                     }
                 }
 
                 SidebarTitle { text: "Indexed Folders" }
-                Repeater {
-                    model: root.session.folderNames
-
-                    RowLayout {
-                        id: folder
-
-                        required property string modelData
-                        required property int index
-
-                        Layout.leftMargin: 16
-                        Layout.rightMargin: 12
-                        spacing: 6
-
-                        Symbol {
-                            name: "folder.fill"
-                            size: Theme.callout
-                            color: Theme.accent
-                        }
-                        PlainLabel {
-                            Layout.fillWidth: true
-                            text: folder.modelData
-                            font.pixelSize: Theme.callout
-                        }
-                        PlainButton {
-                            objectName: "removeFolder"
-                            symbol: "xmark.circle.fill"
-                            symbolSize: Theme.caption
-                            tint: Theme.secondary
-                            tip: "Remove folder"
-                            onClicked: root.session.removeFolder(folder.index)
-                        }
-                    }
+                SidebarFolders {
+                    width: parent.width
+                    session: root.session
                 }
                 PlainButton {
-                    Layout.leftMargin: 12
+                    x: 12
                     objectName: "addFolder"
                     text: "Add Folder"
                     symbol: "plus.circle.fill"
@@ -124,38 +86,33 @@ Rectangle {
                 }
 
                 SidebarTitle { text: "Data Sources" }
-                Repeater {
-                    model: root.sources
-
-                    DataSourceRow {
-                        required property var modelData
-
-                        Layout.fillWidth: true
-                        Layout.leftMargin: 16
-                        Layout.rightMargin: 16
-                        symbol: modelData.symbol
-                        name: modelData.name
-                        isActive: modelData.isActive
-                        status: modelData.status
-                    }
+                SidebarSources {
+                    x: 16
+                    width: parent.width - 32
+                    session: root.session
                 }
 
-                Item { implicitHeight: 10 }
-                Repeater {
-                    model: root.destinations
-
-                    SidebarRow {
-                        required property var modelData
-
-                        text: modelData.name
-                        symbol: modelData.symbol
-                        isCurrent: root.session.page === modelData.page
-                        onClicked: root.session.page = modelData.page
-                    }
+                Item { width: 1; height: 10 }
+                SidebarRow {
+                    label: "Settings"
+                    symbol: "gearshape.fill"
+                    isCurrent: root.session.page === 1
+                    onClicked: root.session.page = 1
+                }
+                SidebarRow {
+                    label: "Privacy"
+                    symbol: "lock.shield.fill"
+                    isCurrent: root.session.page === 2
+                    onClicked: root.session.page = 2
+                }
+                SidebarRow {
+                    label: "About"
+                    symbol: "info.circle.fill"
+                    isCurrent: root.session.page === 3
+                    onClicked: root.session.page = 3
                 }
             }
         }
-
         SidebarFooter {
             Layout.fillWidth: true
             session: root.session

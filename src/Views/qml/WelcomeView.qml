@@ -8,7 +8,7 @@ import QtQuick.Layouts
 import Dugwise
 
 /// What an empty conversation shows: what can be asked, and that all of it stays here.
-Item {
+AmbientParticleView {
     id: root
 
     required property Session session
@@ -23,7 +23,7 @@ Item {
         "The contract Sarah sent me before our meeting",
         "Emails about the quarterly budget review"
     ]
-    readonly property bool hasFolders: session.folderNames.length > 0
+    readonly property bool hasFolders: session.folderCount > 0
     readonly property bool isOnline: session.network.isConnected
     readonly property color networkColor: isOnline ? Theme.blue : Theme.green
     readonly property string status: {
@@ -32,20 +32,27 @@ Item {
         if (session.indexer.isIndexing)
             return "Indexing your files..."
         return session.indexer.totalFilesIndexed + " files indexed across "
-                + session.folderNames.length + " folders"
-    }
-
-    AmbientParticleView {
-        anchors.fill: parent
+                + session.folderCount + " folders"
     }
 
     Flickable {
+        id: scroll
+
         anchors.fill: parent
         contentWidth: root.width
         contentHeight: Math.max(root.height, column.implicitHeight + 32)
         boundsBehavior: Flickable.StopAtBounds
-        interactive: contentHeight > height // else the field behind has its clicks
+        interactive: contentHeight > height
         clip: true
+
+        ScrollBar.vertical: ScrollBar {}
+
+        FocusFollower { flickable: scroll }
+        TapHandler {
+            enabled: scroll.interactive // it keeps the clicks to itself then
+            onTapped: eventPoint => root.spawnBurst(
+                          root.mapFromItem(scroll.contentItem, eventPoint.position))
+        }
 
         ColumnLayout {
             id: column
@@ -83,31 +90,35 @@ Item {
                     wrapMode: Text.Wrap
                     horizontalAlignment: Text.AlignHCenter
                 }
-                Row {
+                RowLayout {
                     anchors.horizontalCenter: parent.horizontalCenter
+                    width: Math.min(implicitWidth, parent.width)
                     spacing: 6
 
                     BusyIndicator {
-                        anchors.verticalCenter: parent.verticalCenter
                         visible: running
                         running: root.hasFolders && root.session.indexer.isIndexing
-                        width: 16
-                        height: 16
+                        implicitWidth: 16
+                        implicitHeight: 16
                         padding: 0
                         palette.dark: Theme.accent
                     }
                     PlainLabel {
-                        anchors.verticalCenter: parent.verticalCenter
+                        Layout.fillWidth: true
                         objectName: "status"
+                        wrapMode: Text.Wrap
+                        horizontalAlignment: Text.AlignHCenter
                         text: root.status
                         color: root.hasFolders ? Theme.secondary : Theme.orange
                         font.pixelSize: Theme.caption
                     }
                 }
                 Item { width: 1; height: 4 }
-                Row {
+                GridLayout {
                     anchors.horizontalCenter: parent.horizontalCenter
-                    spacing: 6
+                    columns: title.width < 400 * Theme.textScale ? 3 : 5
+                    columnSpacing: 6
+                    rowSpacing: 6
 
                     SourceBadge { symbol: "folder.fill"; text: "Files"; isActive: root.hasFolders }
                     SourceBadge { symbol: "envelope.fill"; text: "Mail"; isActive: true }

@@ -80,6 +80,8 @@ private Q_SLOTS:
         QCOMPARE(emptied.size(), 1);
 
         QCOMPARE(chat.data(0, ConversationModel::textRole), u"the budget"_s);
+        const QString answer = chat.data(1, ConversationModel::textRole).toString();
+        QVERIFY(!answer.isEmpty() && !answer.contains(u"**"_s));
         const int pdf = chat.data(2, ConversationModel::nameRole) == u"budget <b>.pdf"_s ? 2 : 3;
         QCOMPARE(chat.data(pdf, ConversationModel::numberRole), pdf - 1);
         QCOMPARE(chat.data(pdf, ConversationModel::typeNameRole), u"PDF"_s);
@@ -97,6 +99,30 @@ private Q_SLOTS:
         QVERIFY(chat.model->isEmpty());
         chat.ask(u"the budget"_s, sampleFiles());
         QCOMPARE(chat.kinds(), u"QARR"_s);
+    }
+
+    void aLongMessageIsSeveralRows()
+    {
+        Conversation chat;
+        QString request;
+        while (request.size() < 20'000)
+            request += u"a line **of** words\n"_s.repeated(40) + u"\U0001F5C2"_s.repeated(2'000);
+        chat.ask(request, {});
+        QString together;
+        int row = 0;
+        for (; chat.data(row, ConversationModel::kindRole)
+               == chat.data(0, ConversationModel::kindRole);
+             ++row) {
+            const QString part = chat.data(row, ConversationModel::textRole).toString();
+            QVERIFY(!part.isEmpty() && part.size() <= 3000);
+            QVERIFY(!part.front().isLowSurrogate() && !part.back().isHighSurrogate());
+            QCOMPARE(chat.data(row, ConversationModel::isFirstRole), row == 0);
+            together += part;
+        }
+        QVERIFY(row > 7);
+        QCOMPARE(chat.data(row - 1, ConversationModel::isLastRole), true);
+        QCOMPARE(chat.data(row - 2, ConversationModel::isLastRole), false);
+        QCOMPARE(together.remove(u'\n'), request.trimmed().remove(u'\n'));
     }
 
     void clearingWhileASearchRuns()

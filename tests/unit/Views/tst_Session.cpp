@@ -37,7 +37,7 @@ private Q_SLOTS:
         QVERIFY(session.submit(u"  budget "_s));
         QTRY_VERIFY(!session.isSearching());
         QCOMPARE(state.messages().first().content, u"budget"_s);
-        QCOMPARE(session.recentSearches(), QStringList{u"budget"_s});
+        QCOMPARE(session.recentLabels(), QStringList{u"budget"_s});
         const QString path = home.path(u"Documents/budget.txt"_s);
         QCOMPARE(state.lastResults().first().file->path, path);
 
@@ -60,18 +60,23 @@ private Q_SLOTS:
         session.setPage(9);
         QCOMPARE(session.page(), 2);
         QSignalSpy pending(&session, &Session::pendingQueryChanged);
-        session.searchAgain(u"budget"_s);
+        session.searchAgain(0);
         QCOMPARE(session.page(), 0);
         QCOMPARE(session.pendingQuery(), u"budget"_s);
         session.clearPendingQuery();
         QCOMPARE(session.pendingQuery(), QString());
         QCOMPARE(pending.size(), 2);
+        session.searchAgain(7); // there is none
+        QCOMPARE(session.pendingQuery(), QString());
 
         session.removeFolder(5);
         session.removeFolder(0);
         QTRY_COMPARE(session.folderNames(), QStringList{u"Downloads"_s});
         session.setColumns("columns");
         QCOMPARE(session.columns(), "columns");
+        QCOMPARE(session.windowSize(), QSize(1200, 750));
+        session.setWindowSize({1300, 800});
+        QCOMPARE(session.windowSize(), QSize(1300, 800));
         QTRY_VERIFY(!indexer.isBusy());
     }
 };

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/SystemAppearance.h"
+#include "support/Fakes.h"
 
 #include <QGuiApplication>
 #include <QPalette>
@@ -8,16 +9,6 @@
 #include <QTest>
 
 namespace dugwise::test {
-
-/// A desktop whose settings a test changes.
-class Desktop final : public DesktopAppearance
-{
-public:
-    UpdateHandler handler;
-
-    void start(UpdateHandler updateHandler) override { handler = std::move(updateHandler); }
-    void cancel() override { handler = {}; }
-};
 
 class TstSystemAppearance : public QObject
 {
@@ -27,13 +18,15 @@ private Q_SLOTS:
     void thePaletteCountsWhereTheDesktopLeavesItOpen()
     {
         const SystemAppearance alone(nullptr);
+        const QSignalSpy changed(&alone, &SystemAppearance::changed);
         QVERIFY(!alone.isDark());
         QVERIFY(!alone.reducesMotion());
         QCOMPARE(alone.textScale(), 1.0);
         QGuiApplication::setPalette(QPalette(QColor(0x20, 0x20, 0x20)));
+        QTRY_COMPARE(changed.size(), 1);
         QVERIFY(alone.isDark());
 
-        Desktop desktop;
+        FakeDesktopAppearance desktop;
         const SystemAppearance appearance(&desktop);
         desktop.handler({.isDark = false});
         QVERIFY(!appearance.isDark());
@@ -44,7 +37,7 @@ private Q_SLOTS:
 
     void aChangeIsTold()
     {
-        Desktop desktop;
+        FakeDesktopAppearance desktop;
         {
             SystemAppearance appearance(&desktop);
             const QSignalSpy changed(&appearance, &SystemAppearance::changed);

@@ -1,0 +1,278 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SelfTest.h"
+
+#include "DugwiseApp.h"
+#include "Platform/SystemFacilities.h"
+#include "Utilities/Text.h"
+#include "Views/Window.h"
+
+#include <QDir>
+#include <QEventLoop>
+#include <QImage>
+#include <QQuickWindow>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <atomic>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace dugwise {
+
+namespace {
+
+constexpr auto kPatience = 60s; ///< with one state
+constexpr auto kEntrance =
+    2s; ///< the welcome's animations and an answer's cards have ended by then
+
+std::atomic<int> faults = 0; // a message handler is given nothing to keep it in
+
+void report(const QString &fault)
+{
+    ++faults;
+    std::fputs(qPrintable("dugwise: "_L1 + fault + u'\n'), stderr);
+}
+
+void noteMessage(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
+{
+    if (type == QtWarningMsg || type == QtCriticalMsg)
+        report(text);
+}
+
+/// The desktop's wishes as the test changes them.
+class GivenAppearance final : public DesktopAppearance
+{
+public:
+    void start(UpdateHandler updateHandler) override { m_updateHandler = std::move(updateHandler); }
+    void cancel() override { m_updateHandler = nullptr; }
+    void set(const Appearance &appearance) const { m_updateHandler(appearance); }
+
+private:
+    UpdateHandler m_updateHandler;
+};
+
+/// A network that comes and goes as the test has it.
+class GivenPath final : public NetworkPathMonitor
+{
+public:
+    void start(UpdateHandler updateHandler) override { m_updateHandler = std::move(updateHandler); }
+    void cancel() override { m_updateHandler = nullptr; }
+    void set(const NetworkPath &path) const { m_updateHandler(path); }
+
+private:
+    UpdateHandler m_updateHandler;
+};
+
+StandardFolders withOwnFolders(const QString &own)
+{
+    StandardFolders folders = StandardFolders::ofUser();
+    folders.data = own + "/data/Dugwise"_L1;
+    folders.config = own + "/config/Dugwise"_L1;
+    folders.cache = own + "/cache/Dugwise"_L1;
+    return folders;
+}
+
+/// Handles events until `isReached` holds; false when it does not for too long.
+template <typename Condition>
+bool waitUntil(const Condition &isReached)
+{
+    QEventLoop loop;
+    QTimer look;
+    const QDeadlineTimer deadline(kPatience);
+    look.callOnTimeout([&] {
+        if (isReached() || deadline.hasExpired())
+            loop.quit();
+    });
+    look.start(2ms);
+    loop.exec();
+    return isReached();
+}
+
+void wait(std::chrono::milliseconds time)
+{
+    QEventLoop loop;
+    QTimer::singleShot(time, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+/// Whether it shows anything: one colour alone is a window that was not drawn.
+bool isDrawn(const QImage &picture)
+{
+    if (picture.isNull())
+        return false;
+    const QRgb first = picture.pixel(0, 0);
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixel(x, y) != first)
+                return true;
+        }
+    }
+    return false;
+}
+
+class Tour
+{
+public:
+    Tour(const QString &own, QString pictureFolder)
+        : m_platform(withOwnFolders(own))
+        , m_pictureFolder(std::move(pictureFolder))
+    {
+        addSystemFacilities(m_platform);
+        auto appearance = std::make_unique<GivenAppearance>();
+        m_appearance = appearance.get();
+        m_platform.desktopAppearance = std::move(appearance);
+        auto path = std::make_unique<GivenPath>();
+        m_path = path.get();
+        m_platform.networkPathMonitor = std::move(path);
+        m_platform.log = [](const QString & /*line*/) {};
+        m_app.emplace(m_platform);
+        m_session.emplace(
+            m_platform, m_app->appState(), m_app->fileIndexer(), m_app->networkMonitor());
+        m_window.emplace(*m_session);
+    }
+
+    [[nodiscard]] bool isOpen() const { return m_window->isOpen(); }
+
+    void run()
+    {
+        m_appearance->set({.isDark = false});
+        m_path->set({.isSatisfied = true});
+        require(waitUntil([this] { return !isBusy(); }), u"the index"_s);
+        wait(kEntrance);
+        visit(u"welcome"_s);
+        showPages();
+        showConversation();
+        showSizes();
+        showNothing();
+    }
+
+private:
+    [[nodiscard]] bool isBusy() { return m_app->fileIndexer().isBusy(); }
+
+    static void require(bool isReached, const QString &what)
+    {
+        if (!isReached)
+            report(u"%1: not reached"_s.arg(what));
+    }
+
+    void visit(const QString &state)
+    {
+        const QImage picture = m_window->view()->grabWindow();
+        if (!isDrawn(picture))
+            report(u"%1: nothing was drawn"_s.arg(state));
+        if (m_pictureFolder.isEmpty())
+            return;
+        const QString path = QDir(m_pictureFolder).absoluteFilePath(state + ".png"_L1);
+        if (!picture.save(path))
+            report(u"%1: cannot be written"_s.arg(path));
+    }
+
+    void ask(const QString &request)
+    {
+        const qsizetype before = m_app->appState().messages().size();
+        m_session->submit(request);
+        const AppState &state = m_app->appState();
+        require(waitUntil([&] { return state.messages().size() >= before + 2; }), request);
+        wait(kEntrance);
+    }
+
+    void showPages()
+    {
+        m_appearance->set({.isDark = true});
+        wait(kEntrance);
+        visit(u"welcome-dark"_s);
+        m_appearance->set({.isDark = false, .reducesMotion = true});
+        for (const SidebarItem page : kAllSidebarItems) {
+            if (page == SidebarItem::home)
+                continue;
+            m_app->appState().setSelectedSidebarItem(page);
+            visit(rawValue(page).toLower());
+        }
+        m_app->appState().setSelectedSidebarItem(SidebarItem::home);
+        m_app->fileIndexer().reindexAll();
+        require(waitUntil([this] { return m_app->fileIndexer().isIndexing(); }), u"indexing"_s);
+        visit(u"indexing"_s);
+        require(waitUntil([this] { return !isBusy(); }), u"the index made again"_s);
+        m_path->set({});
+        visit(u"offline"_s);
+        m_path->set({.isSatisfied = true});
+    }
+
+    void showConversation()
+    {
+        m_session->submit(u"That legal agreement I downloaded last week"_s);
+        require(m_session->isSearching(), u"busy"_s);
+        visit(u"busy"_s);
+        require(waitUntil([this] { return !m_session->isSearching(); }), u"an answer"_s);
+        m_session->selectNumber(1);
+        m_appearance->set({.isDark = false});
+        wait(kEntrance);
+        visit(u"answer"_s);
+        ask(u"tell me about #1"_s);
+        visit(u"insights"_s);
+        m_session->newChat();
+        ask(u"The contract Sarah sent me before our meeting"_s);
+        visit(u"people"_s);
+        m_appearance->set({.isDark = true, .reducesMotion = true});
+        visit(u"answer-dark"_s);
+    }
+
+    void showSizes()
+    {
+        m_appearance->set({.isDark = false, .reducesMotion = true, .textScale = 1.5});
+        visit(u"large-text"_s);
+        m_window->view()->resize(m_window->view()->minimumSize());
+        m_appearance->set({.isDark = false, .reducesMotion = true});
+        wait(100ms);
+        visit(u"small"_s);
+        m_session->newChat();
+        visit(u"small-welcome"_s);
+        m_appearance->set({.isDark = false, .reducesMotion = true, .textScale = 1.5});
+        visit(u"small-large-text"_s);
+    }
+
+    void showNothing()
+    {
+        m_appearance->set({.isDark = false, .reducesMotion = true});
+        m_window->view()->resize(1200, 750);
+        const QList<QUrl> folders = m_app->fileIndexer().indexedFolderURLs();
+        for (const QUrl &folder : folders)
+            m_app->fileIndexer().removeFolder(folder);
+        require(waitUntil([this] { return !isBusy(); }), u"the removal of folders"_s);
+        visit(u"empty"_s);
+    }
+
+    Platform m_platform;
+    QString m_pictureFolder;
+    GivenAppearance *m_appearance = nullptr;
+    GivenPath *m_path = nullptr;
+    std::optional<DugwiseApp> m_app;
+    std::optional<Session> m_session;
+    std::optional<Window> m_window;
+};
+
+} // namespace
+
+int runSelfTest(const QString &pictureFolder)
+{
+    const QTemporaryDir own;
+    qInstallMessageHandler(noteMessage);
+    if (!own.isValid()) {
+        report(u"no temporary folder can be made"_s);
+    } else if (!pictureFolder.isEmpty() && !QDir().mkpath(pictureFolder)) {
+        report(u"the folder cannot be made: %1"_s.arg(pictureFolder));
+    } else {
+        Tour tour(own.path(), pictureFolder);
+        if (tour.isOpen())
+            tour.run();
+        else
+            report(u"the window cannot be made"_s);
+    }
+    qInstallMessageHandler(nullptr);
+    return faults == 0 ? 0 : 1;
+}
+
+} // namespace dugwise

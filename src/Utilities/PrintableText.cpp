@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Utilities/PrintableText.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace dugwise {
+
+QString printable(const QString &text)
+{
+    QString shown = text;
+    for (QChar &c : shown) {
+        const bool isLineBreak = c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+        // The others turn the direction of the text around them.
+        const bool isTurning =
+            (c >= u'\u202A' && c <= u'\u202E') || (c >= u'\u2066' && c <= u'\u2069');
+        if (isLineBreak || c.category() == QChar::Other_Control || isTurning)
+            c = QChar::ReplacementCharacter;
+    }
+    return shown;
+}
+
+QString printableLines(const QString &text)
+{
+    QStringList lines = text.split(u'\n');
+    std::ranges::transform(lines, lines.begin(), printable);
+    return lines.join(u'\n');
+}
+
+} // namespace dugwise
