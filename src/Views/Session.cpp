@@ -6,8 +6,10 @@
 #include "Platform/Platform.h"
 #include "Utilities/FilePath.h"
 #include "Utilities/PrintableText.h"
+#include "Views/WindowMessage.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace dugwise {
 
@@ -45,6 +47,8 @@ Session::Session(Platform &platform,
         Q_EMIT answered(boldTextToPlain(m_appState.messages().last().content));
     });
     connect(&indexer, &FileIndexer::indexedFolderURLsChanged, this, &Session::foldersChanged);
+    connect(&appState, &AppState::started, this, &Session::askWaiting);
+    connect(&indexer, &FileIndexer::settled, this, &Session::askWaiting);
     lookForModel();
 }
 
@@ -98,6 +102,25 @@ bool Session::submit(const QString &text)
         return false;
     m_appState.submitQuery(text.trimmed(), m_indexer.indexedFiles());
     return true;
+}
+
+void Session::ask(const QString &request)
+{
+    const QString text = request.trimmed().left(WindowMessage::kLongestRequest);
+    if (text.isEmpty())
+        return;
+    m_appState.setSelectedSidebarItem(SidebarItem::home);
+    m_waitingRequests.append(text);
+    askWaiting();
+}
+
+void Session::askWaiting()
+{
+    m_hasStarted = m_hasStarted || (m_appState.isStarted() && !m_indexer.isBusy());
+    if (!m_hasStarted)
+        return;
+    for (const QString &request : std::exchange(m_waitingRequests, {}))
+        submit(request);
 }
 
 void Session::newChat()

@@ -76,6 +76,9 @@ public:
 
     /// Takes a request in, and tells whether there was one in the text.
     Q_INVOKABLE bool submit(const QString &text);
+    /// Takes in a request from outside the window, and shows the conversation. Until the start-up
+    /// is over, which restores the index, it waits. One of white space alone is ignored.
+    void ask(const QString &request);
     Q_INVOKABLE void newChat();
     /// Has the recent search at that place of recentLabels() submitted by the chat view.
     Q_INVOKABLE void searchAgain(int position);
@@ -110,6 +113,8 @@ Q_SIGNALS:
     void answered(const QString &answer);
 
 private:
+    void askWaiting();
+
     Platform &m_platform;
     AppState &m_appState;
     FileIndexer &m_indexer;
@@ -117,6 +122,8 @@ private:
     ConversationModel m_conversation;
     SystemAppearance m_appearance;
     bool m_isModelAvailable = false;
+    bool m_hasStarted = false;
+    QStringList m_waitingRequests; ///< asked for before that
 };
 
 } // namespace dugwise

@@ -6,6 +6,7 @@
 #include "Views/NoNetwork.h"
 
 #include <QDir>
+#include <QGuiApplication>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
@@ -47,6 +48,23 @@ Window::Window(Session &session)
 QQuickWindow *Window::view() const
 {
     return qobject_cast<QQuickWindow *>(m_engine.rootObjects().value(0));
+}
+
+void Window::raise(const QString &activationToken)
+{
+    QQuickWindow *const window = view();
+    if (window == nullptr)
+        return;
+    // Qt's Wayland client takes the token from there.
+    const bool needsToken = QGuiApplication::platformName().startsWith("wayland"_L1);
+    if (needsToken)
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
+    window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
+    window->setVisible(true); // show() would make a maximised window normal
+    window->raise();
+    window->requestActivate();
+    if (needsToken)
+        qunsetenv("XDG_ACTIVATION_TOKEN");
 }
 
 } // namespace dugwise

@@ -22,6 +22,10 @@ public:
     /// Null when it could not be made.
     [[nodiscard]] QQuickWindow *view() const;
 
+    /// Brings it to the front, as far as the desktop lets it. On Wayland that takes the
+    /// `activationToken` which the desktop gave to whoever asks for it; it may be empty.
+    void raise(const QString &activationToken);
+
 private:
     QQmlApplicationEngine m_engine;
 };

@@ -69,6 +69,16 @@ private Q_SLOTS:
         session.searchAgain(7); // there is none
         QCOMPARE(session.pendingQuery(), QString());
 
+        session.setPage(2);
+        session.ask(u" \n"_s);
+        QCOMPARE(session.page(), 2);
+        session.ask(u" the\nlease 🎉 "_s);
+        session.ask(QString(200'000, u'x'));
+        QCOMPARE(session.page(), 0);
+        QTRY_VERIFY(!session.isSearching());
+        QCOMPARE(session.recentSearches().value(0).size(), 100'000);
+        QCOMPARE(session.recentSearches().value(1), u"the\nlease 🎉"_s);
+
         session.removeFolder(5);
         session.removeFolder(0);
         QTRY_COMPARE(session.folderNames(), QStringList{u"Downloads"_s});
@@ -78,6 +88,23 @@ private Q_SLOTS:
         session.setWindowSize({1300, 800});
         QCOMPARE(session.windowSize(), QSize(1300, 800));
         QTRY_VERIFY(!indexer.isBusy());
+    }
+
+    void whatIsAskedAtOnceWaitsForTheIndex()
+    {
+        SampleHome home;
+        writeFile(home.path(u"Documents/budget.txt"_s), "paint and nails");
+        AppState state(home.platform, AppServices(home.platform));
+        FileIndexer indexer(home.platform);
+        NetworkMonitor network(nullptr);
+        Session session(home.platform, state, indexer, network);
+        session.ask(u"budget"_s);
+        session.ask(u"nails"_s);
+        QVERIFY(state.messages().isEmpty());
+        QTRY_COMPARE(state.messages().size(), 4);
+        QCOMPARE(state.recentSearches(), QStringList({u"nails"_s, u"budget"_s}));
+        for (const ChatMessage &message : state.messages().last(2))
+            QCOMPARE(message.results.size(), 1);
     }
 };
 
