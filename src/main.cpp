@@ -7,11 +7,14 @@
 #include "Platform/SystemFacilities.h"
 #include "SelfTest.h"
 #include "Utilities/PrintableText.h"
+#include "Views/SingleWindow.h"
 #include "Views/Window.h"
+#include "Views/WindowServer.h"
 
 #include <QFile>
 #include <QGuiApplication>
 
+#include <chrono>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -40,23 +43,49 @@ bool hasDisplay()
            || qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
 }
 
-int runWindow(int &argc, char **argv)
+/// How long a start waits for the window that is open, or just opening, to take its request.
+constexpr std::chrono::seconds kPatience{10};
+
+SingleWindow::Turn
+takeTurn(int &argc, char **argv, SingleWindow &singleWindow, const QString &request)
+{
+    const QCoreApplication application(argc, argv); // needs no display
+    return singleWindow.take({request, qEnvironmentVariable("XDG_ACTIVATION_TOKEN")}, kPatience);
+}
+
+int runWindow(char **argv, const QString &request)
 {
     if (!hasDisplay()) {
         complain(u"there is no display for the window; see dugwise --help for the terminal"_s);
         return 1;
     }
+    int argc = 1; // what follows is not for Qt to read
+    const StandardFolders folders = StandardFolders::ofUser();
+    SingleWindow singleWindow(windowSocketPath(folders.cache));
+    const SingleWindow::Turn turn = takeTurn(argc, argv, singleWindow, request);
+    if (turn == SingleWindow::Turn::handedOver)
+        return 0;
+    if (turn == SingleWindow::Turn::unanswered) {
+        complain(u"the window that is open does not answer"_s);
+        return 1;
+    }
     const QGuiApplication application(argc, argv);
-    Platform platform(StandardFolders::ofUser());
+    Platform platform(folders);
     addSystemFacilities(platform);
     platform.folderPicker = std::make_unique<DialogFolderPicker>();
     DugwiseApp app(platform);
     Session session(platform, app.appState(), app.fileIndexer(), app.networkMonitor());
-    const Window window(session);
+    Window window(session);
     if (!window.isOpen()) {
         complain(u"the window cannot be made"_s);
         return 1;
     }
+    session.ask(request);
+    const WindowServer server(singleWindow.socketPath());
+    QObject::connect(&server, &WindowServer::received, &session, [&](const WindowMessage &message) {
+        session.ask(message.request);
+        window.raise(message.activationToken);
+    });
     return QGuiApplication::exec();
 }
 
@@ -86,7 +115,7 @@ int main(int argc, char *argv[])
     }
 
     if (arguments->command == Arguments::Command::window)
-        return runWindow(argc, argv);
+        return runWindow(argv, arguments->request);
     if (arguments->command == Arguments::Command::selfTest) {
         if (!hasDisplay())
             qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -75,6 +75,14 @@ Outcome<Arguments> parseRequest(Arguments arguments, const Words &words)
     return arguments;
 }
 
+/// Words that begin with none of the commands: a request for the window.
+Outcome<Arguments> parseWindow(const Words &words)
+{
+    Arguments arguments;
+    arguments.request = words.plain.join(u' ').trimmed();
+    return withoutOptions(arguments, words, words.plain.size());
+}
+
 Outcome<Arguments> parseFolders(Arguments arguments, const Words &words)
 {
     const QString action = words.plain.value(1, u"list"_s);
@@ -120,6 +128,8 @@ Outcome<Arguments> parseArguments(const QStringList &all)
     if (words.options.contains("--self-test"_L1))
         return parseSelfTest(words);
     Arguments arguments;
+    if (all.value(0) == "--"_L1)
+        return parseWindow(words);
     if (words.plain.isEmpty()) {
         const QString option = words.options.value(0);
         if (option == "--help"_L1) {
@@ -152,14 +162,14 @@ Outcome<Arguments> parseArguments(const QStringList &all)
             command == "index"_L1 ? Arguments::Command::index : Arguments::Command::status;
         return withoutOptions(arguments, words, 1);
     }
-    return Failure{u"unknown command: %1 (see dugwise --help)"_s.arg(command)};
+    return parseWindow(words);
 }
 
 QString helpText()
 {
     return uR"(Dugwise finds your files from what you remember of them, on this machine alone.
 
-  dugwise                              the window
+  dugwise [REQUEST...]                 the window, and the request asked in it
   dugwise ask [options] REQUEST...     one request, one answer
   dugwise chat [options]               one conversation: a request a line on standard input
   dugwise folders [list | add DIR | remove DIR]
@@ -168,6 +178,9 @@ QString helpText()
   dugwise status                       what is indexed, what is on, and why not
   dugwise --self-test [DIR]            whether the window works here; a picture of each state in DIR
   dugwise --help | --version
+
+A request for the window goes to the one that is open, if there is one. Write -- before a request
+that begins with a dash or with the name of a command.
 
 Options of ask and chat:
   --json               one JSON object a request, on one line

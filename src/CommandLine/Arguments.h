@@ -28,7 +28,7 @@ struct Arguments
     };
 
     Command command = Command::window;
-    QString request;  ///< of ask
+    QString request;  ///< of ask, and of the window, where it may be empty
     QString folder;   ///< of folders add and folders remove: absolute
     QString file;     ///< of preview: absolute
     QString pictures; ///< of the self-test: an absolute folder, or empty

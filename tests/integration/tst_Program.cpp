@@ -14,6 +14,7 @@
 
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 
@@ -65,7 +66,9 @@ private:
         environment.insert(u"HOME"_s, m_home->path());
         for (const auto variable : {"XDG_CONFIG_HOME"_L1, "XDG_DATA_HOME"_L1, "XDG_CACHE_HOME"_L1})
             environment.remove(variable);
-        // None of this machine's services.
+        // None of this machine's services, and a display of its own.
+        environment.insert(u"XDG_RUNTIME_DIR"_s, m_home->path());
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
         environment.insert(u"DUGWISE_MODEL_URL"_s, m_modelUrl);
         environment.insert(u"PATH"_s, m_path);
         environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
@@ -360,6 +363,41 @@ private Q_SLOTS:
         writeFile(kept, "damaged");
         QCOMPARE(first({}, u"vacation at the sea"_s), u"beach_trip_3.jpg by meaning"_s);
         QCOMPARE(readFile(kept), vectors);
+    }
+
+    void oneWindowTakesWhatLaterStartsAsk()
+    {
+        const auto hasAsked = [this](const QByteArray &request) {
+            return readFile(path(u".config/Dugwise/Dugwise.ini"_s)).contains(request);
+        };
+        std::array<QProcess, 3> windows;
+        prepare(windows[0], {u"lease"_s, u"of"_s, u"2026"_s});
+        windows[0].start();
+        QTRY_VERIFY_WITH_TIMEOUT(hasAsked("lease of 2026"), kTimeout);
+        for (const QStringList &words : {QStringList(), QStringList{u"the\nbudget"_s}}) {
+            const Outcome later = run(words);
+            QCOMPARE(later.exitCode, 0);
+            QCOMPARE(later.out + later.err, QByteArray());
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(hasAsked("the\\nbudget"), kTimeout);
+        QCOMPARE(windows[0].state(), QProcess::Running);
+        windows[0].kill();
+        QVERIFY(windows[0].waitForFinished());
+
+        // Of two that start together one has the window; what both ask is asked.
+        prepare(windows[1], {u"--"_s, u"-photo"_s});
+        prepare(windows[2], {u"agreement"_s});
+        windows[1].start();
+        windows[2].start();
+        const auto open = [&] {
+            return std::ranges::count(windows, QProcess::Running, &QProcess::state);
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(open(), 1, kTimeout);
+        QTRY_VERIFY_WITH_TIMEOUT(hasAsked("-photo") && hasAsked("agreement"), kTimeout);
+        for (QProcess &window : windows)
+            window.kill();
+        for (QProcess &window : windows)
+            window.waitForFinished();
     }
 
     void statusTellsOfTheNetwork()

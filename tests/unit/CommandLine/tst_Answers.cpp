@@ -109,15 +109,36 @@ private Q_SLOTS:
         const auto add = parseArguments({u"folders"_s, u"add"_s, u"/tmp/../tmp/x/"_s});
         QCOMPARE(add->folder, u"/tmp/x"_s);
         QCOMPARE(parseArguments({})->command, Command::window);
+        QCOMPARE(parseArguments({})->request, QString());
         QCOMPARE(parseArguments({u"--help"_s})->command, Command::help);
         QCOMPARE(parseArguments({u"--version"_s})->command, Command::version);
         QCOMPARE(parseArguments({u"ask"_s, u"--help"_s})->command, Command::help);
     }
 
+    void anythingElseIsARequestForTheWindow_data()
+    {
+        QTest::addColumn<QStringList>("words");
+        QTest::addColumn<QString>("request");
+        QTest::newRow("words") << QStringList{u"my"_s, u"notes"_s} << u"my notes"_s;
+        QTest::newRow("one word") << QStringList{u" status of this\n"_s} << u"status of this"_s;
+        QTest::newRow("dash") << QStringList{u"--"_s, u"--json"_s, u"--"_s} << u"--json --"_s;
+        QTest::newRow("command") << QStringList{u"--"_s, u"ask"_s, u"me"_s} << u"ask me"_s;
+        QTest::newRow("dash later") << QStringList{u"my"_s, u"--"_s, u"-x"_s} << u"my -x"_s;
+        QTest::newRow("blank") << QStringList{u" "_s, u""_s} << u""_s;
+    }
+    void anythingElseIsARequestForTheWindow()
+    {
+        QFETCH(const QStringList, words);
+        const auto arguments = parseArguments(words);
+        QVERIFY(arguments);
+        QCOMPARE(arguments->command, Arguments::Command::window);
+        QTEST(arguments->request, "request");
+    }
+
     void misuseIsToldInOneLine_data()
     {
         QTest::addColumn<QStringList>("words");
-        QTest::newRow("unknown command") << QStringList{u"seek"_s};
+        QTest::newRow("option of the window") << QStringList{u"--json"_s, u"lease"_s};
         QTest::newRow("unknown option") << QStringList{u"ask"_s, u"--fast"_s, u"x"_s};
         QTest::newRow("option alone") << QStringList{u"--json"_s};
         QTest::newRow("no request") << QStringList{u"ask"_s};
