@@ -17,11 +17,6 @@ namespace {
 constexpr int kLargestValue = 16 * 1024 * 1024; // bytes
 constexpr int kStepsBetweenStops = 10'000;      // of SQLite's virtual machine
 
-int isStopped(void *stop)
-{
-    return static_cast<const std::stop_token *>(stop)->stop_requested() ? 1 : 0;
-}
-
 void distrust(sqlite3 *database)
 {
     constexpr std::array kSettings{
@@ -48,6 +43,24 @@ void distrust(sqlite3 *database)
 SQLiteStatement::SQLiteStatement(sqlite3_stmt *statement)
     : m_statement(statement)
 {}
+
+void SQLiteStatement::bind(int parameter, const QString &text)
+{
+    const QByteArray utf8 = text.toUtf8();
+    if (m_statement)
+        sqlite3_bind_text64(m_statement.get(),
+                            parameter,
+                            utf8.constData(),
+                            static_cast<sqlite3_uint64>(utf8.size()),
+                            SQLITE_TRANSIENT,
+                            SQLITE_UTF8);
+}
+
+void SQLiteStatement::bind(int parameter, int number)
+{
+    if (m_statement)
+        sqlite3_bind_int(m_statement.get(), parameter, number);
+}
 
 bool SQLiteStatement::step()
 {
@@ -81,23 +94,49 @@ void SQLiteStatement::Finalizer::operator()(sqlite3_stmt *statement) const
     sqlite3_finalize(statement);
 }
 
-SQLiteDatabase::SQLiteDatabase(const QString &path, std::stop_token stop)
-    : m_stop(std::make_unique<std::stop_token>(std::move(stop)))
+SQLiteDatabase::SQLiteDatabase(const QByteArray &name, int flags, std::stop_token stop)
+    : m_limits(std::make_unique<Limits>(Limits{.stop = std::move(stop)}))
 {
     sqlite3 *database = nullptr;
-    const int result = sqlite3_open_v2(QFile::encodeName(path).constData(),
-                                       &database,
-                                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
-                                       nullptr);
+    const int result =
+        sqlite3_open_v2(name.constData(), &database, flags | SQLITE_OPEN_NOMUTEX, nullptr);
     m_database.reset(database); // to be closed even where it could not be opened
     if (result != SQLITE_OK) {
         m_database.reset();
         return;
     }
     distrust(database);
+    sqlite3_progress_handler(database, kStepsBetweenStops, isOver, m_limits.get());
+}
+
+SQLiteDatabase::SQLiteDatabase(const QString &path, std::stop_token stop)
+    : SQLiteDatabase(QFile::encodeName(path), SQLITE_OPEN_READWRITE, std::move(stop))
+{
     // No file of shared memory beside it.
-    sqlite3_exec(database, "PRAGMA locking_mode = EXCLUSIVE", nullptr, nullptr, nullptr);
-    sqlite3_progress_handler(database, kStepsBetweenStops, isStopped, m_stop.get());
+    execute("PRAGMA locking_mode = EXCLUSIVE");
+}
+
+SQLiteDatabase SQLiteDatabase::inPlace(const QString &path, std::stop_token stop)
+{
+    // https://sqlite.org/uri.html#uriimmutable
+    const QByteArray uri =
+        "file://" + QFile::encodeName(path).toPercentEncoding("/") + "?immutable=1";
+    return {uri, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, std::move(stop)};
+}
+
+void SQLiteDatabase::setDeadline(QDeadlineTimer deadline)
+{
+    if (m_limits)
+        m_limits->deadline = deadline;
+}
+
+void SQLiteDatabase::addViews(const char *sql)
+{
+    // Else not even the temporary schema may change; the database itself opens read-only or is
+    // ours.
+    execute("PRAGMA query_only = OFF");
+    execute(sql);
+    execute("PRAGMA query_only = ON");
 }
 
 bool SQLiteDatabase::isReadable() const
@@ -111,6 +150,18 @@ SQLiteStatement SQLiteDatabase::prepare(const char *sql) const
     if (m_database)
         sqlite3_prepare_v2(m_database.get(), sql, -1, &statement, nullptr);
     return SQLiteStatement(statement);
+}
+
+void SQLiteDatabase::execute(const char *sql) const
+{
+    if (m_database)
+        sqlite3_exec(m_database.get(), sql, nullptr, nullptr, nullptr);
+}
+
+int SQLiteDatabase::isOver(void *limits)
+{
+    const auto *const own = static_cast<const Limits *>(limits);
+    return own->stop.stop_requested() || own->deadline.hasExpired() ? 1 : 0;
 }
 
 void SQLiteDatabase::Closer::operator()(sqlite3 *database) const

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QString>
 
 #include <memory>
@@ -19,7 +20,11 @@ class SQLiteStatement
 public:
     explicit SQLiteStatement(sqlite3_stmt *statement = nullptr);
 
-    /// Goes to the next row; false when there is none, or on an error or a stop.
+    /// Gives a parameter its value; they count from 1.
+    void bind(int parameter, const QString &text);
+    void bind(int parameter, int number);
+
+    /// Goes to the next row; false when there is none, or on an error, a stop or a deadline.
     [[nodiscard]] bool step();
 
     /// Columns count from 0; text is absent where it is NULL or no valid UTF-8.
@@ -36,27 +41,45 @@ private:
     std::unique_ptr<sqlite3_stmt, Finalizer> m_statement;
 };
 
-/// A private copy of another program's database, read with distrust: no statement changes it, and
-/// nothing in its schema runs (views, triggers and functions are off). Opening it may roll back
-/// what its writer left unfinished. For one thread at a time.
+/// Another program's database, read with distrust: no statement changes it, and nothing in its
+/// schema runs (views, triggers and functions are off). For one thread at a time.
 class SQLiteDatabase
 {
 public:
     /// One that is not open.
     SQLiteDatabase() = default;
+    /// A private copy: opening it may roll back what its writer left unfinished.
     SQLiteDatabase(const QString &path, std::stop_token stop);
+    /// The original where it lies: nothing is locked or written, and logs beside it are not looked
+    /// at. What is read counts for nothing if the file changes meanwhile.
+    [[nodiscard]] static SQLiteDatabase inPlace(const QString &path, std::stop_token stop);
+
+    /// Statements fail from then on.
+    void setDeadline(QDeadlineTimer deadline);
+    /// Makes views that only this object knows, by statements "CREATE TEMP VIEW". They hide tables
+    /// of the same name; one that cannot be made is not there.
+    void addViews(const char *sql);
 
     /// Whether it is open and a database; reads its first page.
     [[nodiscard]] bool isReadable() const;
     [[nodiscard]] SQLiteStatement prepare(const char *sql) const;
 
 private:
+    struct Limits
+    {
+        std::stop_token stop;
+        QDeadlineTimer deadline{QDeadlineTimer::Forever};
+    };
     struct Closer
     {
         void operator()(sqlite3 *database) const;
     };
-    // Its place must not change: SQLite asks it while a statement runs.
-    std::unique_ptr<std::stop_token> m_stop;
+    SQLiteDatabase(const QByteArray &name, int flags, std::stop_token stop);
+    void execute(const char *sql) const;
+    static int isOver(void *limits);
+
+    // Their place must not change: SQLite asks while a statement runs.
+    std::unique_ptr<Limits> m_limits;
     std::unique_ptr<sqlite3, Closer> m_database;
 };
 

@@ -156,4 +156,21 @@ openDatabaseCopy(const QString &path, const QString &cacheFolder, const std::sto
     return {};
 }
 
+void readDatabase(const QString &path,
+                  const QString &cacheFolder,
+                  const std::function<void(SQLiteDatabase &database)> &read)
+{
+    const QList<StoreFileState> before = databaseState(path);
+    if (!before[0].exists)
+        return;
+    if (before[1].size == 0 && before[2].size == 0) {
+        SQLiteDatabase original = SQLiteDatabase::inPlace(path, {});
+        read(original);
+        if (databaseState(path) == before)
+            return;
+    }
+    SQLiteDatabase copy = openDatabaseCopy(path, cacheFolder, {});
+    read(copy);
+}
+
 } // namespace dugwise

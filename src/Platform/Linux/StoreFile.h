@@ -7,6 +7,8 @@
 #include <QByteArray>
 #include <QList>
 
+#include <functional>
+
 namespace dugwise {
 
 /// By what a change of a store's file is seen.
@@ -38,5 +40,12 @@ struct StoreFileState
 /// where it cannot be copied, or not before a stop.
 [[nodiscard]] SQLiteDatabase
 openDatabaseCopy(const QString &path, const QString &cacheFolder, const std::stop_token &stop);
+
+/// Hands a database to `read`: where it lies, if its writer has left nothing in a log beside it,
+/// else as openDatabaseCopy() gives it. When it was written while it was read where it lies, a copy
+/// is handed to a second call, which alone counts. No call where there is no such file.
+void readDatabase(const QString &path,
+                  const QString &cacheFolder,
+                  const std::function<void(SQLiteDatabase &database)> &read);
 
 } // namespace dugwise

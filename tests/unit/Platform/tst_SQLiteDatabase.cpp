@@ -81,6 +81,60 @@ private Q_SLOTS:
         QVERIFY(!endless.step());
     }
 
+    void stopsAtItsDeadline()
+    {
+        SampleDatabase(path(), "CREATE TABLE t (x)");
+        SQLiteDatabase database(path(), {});
+        database.setDeadline(QDeadlineTimer(50));
+        SQLiteStatement endless = database.prepare("WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL "
+                                                   "SELECT x + 1 FROM n) SELECT max(x) FROM n");
+        QVERIFY(!endless.step());
+    }
+
+    void addsViewsOfItsOwn()
+    {
+        SampleDatabase(path(), "CREATE TABLE t (x); INSERT INTO t VALUES (1), (2), (3)");
+        const QByteArray before = readFile(path());
+        SQLiteDatabase database = SQLiteDatabase::inPlace(path(), {});
+        database.addViews("CREATE TEMP VIEW v AS SELECT x * 10 AS y FROM t; CREATE TABLE u (x);"
+                          "CREATE TEMP VIEW w AS SELECT 1");
+        SQLiteStatement rows = database.prepare("SELECT y FROM v WHERE y > ? AND y <> ?");
+        rows.bind(1, 10);
+        rows.bind(2, u"30"_s);
+        QVERIFY(rows.step());
+        QCOMPARE(rows.integer(0), 20);
+        QVERIFY(rows.step() && !rows.step());                 // a text is no number
+        QVERIFY(!database.prepare("SELECT * FROM w").step()); // a failure ends it
+        QVERIFY(!database.prepare("CREATE TEMP VIEW x AS SELECT 1").step());
+        QCOMPARE(readFile(path()), before);
+    }
+
+    void readsInPlaceWhatIsWhole()
+    {
+        SampleDatabase writer(path(), "CREATE TABLE t (x)");
+        int calls = 0;
+        const auto read = [&](SQLiteDatabase &database) {
+            QVERIFY(database.isReadable());
+            QVERIFY(QDir(cache()).isEmpty());
+            ++calls;
+        };
+        readDatabase(path(), cache(), read);
+        QCOMPARE(calls, 1);
+    }
+
+    void readsAgainWhatIsWrittenMeanwhile()
+    {
+        SampleDatabase writer(path(), "CREATE TABLE t (x); INSERT INTO t VALUES (0)");
+        QList<qint64> counts;
+        readDatabase(path(), cache(), [&](SQLiteDatabase &database) {
+            SQLiteStatement row = database.prepare("SELECT count(*) FROM t");
+            counts.append(row.step() ? row.integer(0) : -1);
+            if (counts.size() == 1)
+                writer.run("INSERT INTO t VALUES (1)");
+        });
+        QCOMPARE(counts, QList<qint64>({1, 2}));
+    }
+
     void isNotReadable()
     {
         QVERIFY(!SQLiteDatabase().isReadable());
