@@ -101,6 +101,14 @@ QString machineSearchState(const Platform &platform)
     return (QStringList{u"on: "_s + present.join(u", "_s)} + missing).join(u"; "_s);
 }
 
+QString messagesState(const Platform &platform)
+{
+    if (!platform.messageStore)
+        return u"off: this system has none"_s;
+    const QString what = printable(platform.messageStore->description());
+    return (platform.messageStore->isReadable() ? u"on: "_s : u"off: "_s) + what;
+}
+
 QString networkState(const NetworkMonitor &monitor)
 {
     const QString connected = monitor.isConnected() ? u"connected"_s : u"not connected"_s;
@@ -125,7 +133,7 @@ QString statusText(const Platform &platform,
            + line(u"download facts"_s, metadataState(platform))
            + line(u"whole machine"_s, machineSearchState(platform)) + u"Data sources\n"_s
            + line(u"mail"_s, onOrWhyNot(false, notYet))
-           + line(u"messages"_s, onOrWhyNot(appState.messagesAccessible(), notYet))
+           + line(u"messages"_s, messagesState(platform))
            + line(u"calendar"_s, onOrWhyNot(appState.calendarEnabled(), notYet))
            + line(u"contacts"_s, onOrWhyNot(appState.contactsEnabled(), notYet)) + u"Network\n"_s
            + line(u"connections"_s,

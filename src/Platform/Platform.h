@@ -4,6 +4,7 @@
 
 #include "Platform/DesktopAppearance.h"
 #include "Platform/FolderPicker.h"
+#include "Platform/MessageStore.h"
 #include "Platform/MetadataItem.h"
 #include "Platform/MetadataQueryCommand.h"
 #include "Platform/NetworkPathMonitor.h"
@@ -38,6 +39,7 @@ struct Platform
     std::unique_ptr<SentenceEmbedding> sentenceEmbedding;
     std::unique_ptr<SystemLanguageModel> languageModel;
     std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<MessageStore> messageStore;
     std::unique_ptr<NetworkPathMonitor> networkPathMonitor;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
 };

@@ -3,7 +3,6 @@
 #include "Services/CalendarService.h"
 #include "Services/ContactsService.h"
 #include "Services/MailSearchService.h"
-#include "Services/MessagesService.h"
 
 // What each source answers where it has nothing to read from.
 
@@ -15,17 +14,6 @@ MailSearchService::searchMail(QString /*query*/,
                               std::optional<DateIntentParser::DateRange> /*dateRange*/)
 {
     co_return QList<MailSearchResult>();
-}
-
-bool MessagesService::isAccessible() const
-{
-    return false;
-}
-
-QList<MessageSearchResult> MessagesService::searchMessages(
-    const QString & /*query*/, const std::optional<QString> & /*contactID*/, int /*limit*/) const
-{
-    return {};
 }
 
 QCoro::Task<void> CalendarService::requestAccess()

@@ -201,6 +201,108 @@ private:
     SampleDatabase m_resources;
 };
 
+/// A message as any program keeps it; in one chat with the sender, unless said otherwise.
+struct SampleMessage
+{
+    QString text;
+    QByteArray date{};   ///< SQL, in the unit of the store
+    int other = 1;       ///< number of the other party
+    int direction = 1;   ///< -1 out, 1 in
+    QList<int> chats{1}; ///< numbers
+};
+
+/// A database in the schema of iMessage, as far as it is used. Others and chats: 1 +15550101,
+/// 2 sarah@example.org.
+class SampleChatDatabase
+{
+public:
+    /// `mode` is a PRAGMA or several.
+    explicit SampleChatDatabase(const QString &home, const QByteArray &mode = {})
+        : m_database(home + QStringLiteral("/Library/Messages/chat.db"), mode + R"(
+            CREATE TABLE message (ROWID INTEGER PRIMARY KEY AUTOINCREMENT, guid TEXT UNIQUE,
+                text TEXT, handle_id INTEGER DEFAULT 0, date INTEGER,
+                is_from_me INTEGER DEFAULT 0);
+            CREATE TABLE handle (ROWID INTEGER PRIMARY KEY AUTOINCREMENT UNIQUE, id TEXT NOT NULL,
+                service TEXT, UNIQUE (id, service));
+            CREATE TABLE chat (ROWID INTEGER PRIMARY KEY AUTOINCREMENT, guid TEXT UNIQUE,
+                chat_identifier TEXT);
+            CREATE TABLE chat_message_join (chat_id INTEGER REFERENCES chat (ROWID),
+                message_id INTEGER REFERENCES message (ROWID), message_date INTEGER DEFAULT 0,
+                PRIMARY KEY (chat_id, message_id));
+            CREATE INDEX chat_message_join_idx_message_id_only ON chat_message_join (message_id);
+            INSERT INTO handle (id, service) VALUES ('+15550101', 'SMS'),
+                ('sarah@example.org', 'iMessage');
+            INSERT INTO chat (guid, chat_identifier) VALUES ('a', '+15550101'),
+                ('b', 'sarah@example.org');
+        )")
+    {}
+
+    void run(const QByteArray &sql) { m_database.run(sql); }
+    void add(const SampleMessage &message)
+    {
+        const QByteArray id = number(++m_count);
+        run("INSERT INTO message (guid, text, handle_id, date, is_from_me) VALUES ('m" + id + "', "
+            + quoted(message.text) + ", " + number(message.other) + ", " + message.date + ", "
+            + (message.direction < 0 ? "1" : "0") + ")");
+        for (const int chat : message.chats)
+            run("INSERT INTO chat_message_join (chat_id, message_id) VALUES (" + number(chat) + ", "
+                + id + ")");
+    }
+
+private:
+    SampleDatabase m_database;
+    int m_count = 0;
+};
+
+/// The store of Chatty, version 4, as far as it is used. Others: 1 +15550101, 2 sarah@example.org,
+/// 3 Idris in a group; chats: those of the first two, and 3 the group.
+class SampleChatty
+{
+public:
+    explicit SampleChatty(const QString &home, const QByteArray &mode = {})
+        : m_database(home + QStringLiteral("/.purple/chatty/db/chatty-history.db"), mode + R"(
+            PRAGMA user_version = 4;
+            CREATE TABLE users (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT,
+                username TEXT NOT NULL, alias TEXT, type INTEGER NOT NULL,
+                UNIQUE (username, type));
+            CREATE TABLE accounts (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT,
+                user_id INTEGER NOT NULL REFERENCES users(id), protocol INTEGER NOT NULL);
+            CREATE TABLE threads (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT,
+                name TEXT NOT NULL, alias TEXT,
+                account_id INTEGER NOT NULL REFERENCES accounts(id) ON DELETE CASCADE,
+                type INTEGER NOT NULL, UNIQUE (name, account_id, type));
+            CREATE TABLE messages (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT,
+                uid TEXT NOT NULL,
+                thread_id INTEGER NOT NULL REFERENCES threads(id) ON DELETE CASCADE,
+                sender_id INTEGER REFERENCES users(id), user_alias TEXT, body TEXT NOT NULL,
+                body_type INTEGER NOT NULL, direction INTEGER NOT NULL, time INTEGER NOT NULL,
+                status INTEGER, UNIQUE (uid, thread_id, body, time));
+            INSERT INTO users (username, alias, type) VALUES ('+15550101', 'Maren', 1),
+                ('sarah@example.org', NULL, 3), ('idris@example.org', NULL, 3),
+                ('invalid-0000000000000000', NULL, 1);
+            INSERT INTO accounts (user_id, protocol) VALUES (4, 1);
+            INSERT INTO threads (name, account_id, type) VALUES ('+15550101', 1, 0),
+                ('sarah@example.org', 1, 0), ('rowing@example.org', 1, 1);
+        )")
+    {}
+
+    void run(const QByteArray &sql) { m_database.run(sql); }
+    /// `status` is SQL.
+    void add(const SampleMessage &message, const QByteArray &status = "NULL")
+    {
+        run("INSERT INTO messages (uid, thread_id, sender_id, body, body_type, direction, time, "
+            "status) VALUES ('m"
+            + number(++m_count) + "', " + number(message.chats.first()) + ", "
+            + (message.direction > 0 ? number(message.other) : QByteArray("NULL")) + ", "
+            + quoted(message.text) + ", 1, " + number(message.direction) + ", " + message.date
+            + ", " + status + ")");
+    }
+
+private:
+    SampleDatabase m_database;
+    int m_count = 0;
+};
+
 /// A recently-used.xbel of these bookmarks.
 inline QByteArray xbel(const QByteArray &bookmarks)
 {

@@ -4,6 +4,7 @@
 
 #include "Platform/DesktopMetadata.h"
 #include "Platform/HelperProgram.h"
+#include "Platform/Linux/DesktopMessageStore.h"
 #include "Platform/Linux/DesktopWorkspace.h"
 #include "Platform/Linux/LocalModelServer.h"
 #include "Platform/Linux/MetadataQueryProcess.h"
@@ -35,6 +36,7 @@ void addSystemFacilities(Platform &platform)
     platform.languageModel =
         std::make_unique<LocalModelServer>(LocalModelServer::Settings::ofEnvironment());
     platform.workspace = std::make_unique<DesktopWorkspace>();
+    platform.messageStore = std::make_unique<DesktopMessageStore>(platform.folders);
     platform.networkPathMonitor = std::make_unique<RouteMonitor>(u"/sys/class/net"_s);
     platform.desktopAppearance = std::make_unique<PortalAppearance>();
 }
