@@ -69,6 +69,7 @@ void measure(const char *what, const SampleHome &home, int rounds)
     const QList<Request> requests{
         {"common word", QStringLiteral("marmalade")},
         {"and a contact", QStringLiteral("marmalade"), QStringLiteral("555")},
+        {"and no contact", QStringLiteral("marmalade"), QStringLiteral("robin")},
         {"all", QString()},
         {"none", QStringLiteral("quincunx")}};
     for (const Request &request : requests) {

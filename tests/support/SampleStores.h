@@ -230,6 +230,8 @@ public:
                 message_id INTEGER REFERENCES message (ROWID), message_date INTEGER DEFAULT 0,
                 PRIMARY KEY (chat_id, message_id));
             CREATE INDEX chat_message_join_idx_message_id_only ON chat_message_join (message_id);
+            CREATE INDEX message_idx_date ON message (date);
+            CREATE INDEX message_idx_handle ON message (handle_id, date);
             INSERT INTO handle (id, service) VALUES ('+15550101', 'SMS'),
                 ('sarah@example.org', 'iMessage');
             INSERT INTO chat (guid, chat_identifier) VALUES ('a', '+15550101'),

@@ -42,13 +42,22 @@ constexpr auto kChattyViews = R"(
     SELECT id AS ROWID, body AS text, (time - 978307200) * 1000000000 AS date,
            direction = -1 AS is_from_me,
            CASE direction WHEN 1 THEN sender_id ELSE -thread_id END AS handle_id
-      FROM messages WHERE direction <> 0 AND status IS NOT 1;
+      FROM messages
+     WHERE time >= (SELECT earliest FROM span) AND direction <> 0 AND status IS NOT 1;
     CREATE TEMP VIEW handle AS
     SELECT id AS ROWID, username AS id FROM users
     UNION ALL SELECT -id, name FROM threads WHERE type = 0;
     CREATE TEMP VIEW chat_message_join AS
     SELECT id AS message_id, thread_id AS chat_id FROM messages;
-    CREATE TEMP VIEW chat AS SELECT id AS ROWID, name AS chat_identifier FROM threads)";
+    CREATE TEMP VIEW chat AS SELECT id AS ROWID, name AS chat_identifier FROM threads;)";
+// It has no index of times. Enough hits since some time are the newest of all, and found in a third
+// of the time, because those before need not be brought in order.
+constexpr auto kChattyRecently = R"(
+    CREATE TEMP VIEW span AS
+    SELECT time AS earliest FROM messages ORDER BY id DESC LIMIT 1 OFFSET 9999)";
+constexpr auto kChattyEver = R"(
+    DROP VIEW temp.span;
+    CREATE TEMP VIEW span AS SELECT -9223372036854775807 AS earliest)";
 
 QList<StoredMessage> rows(SQLiteStatement statement)
 {
@@ -86,15 +95,18 @@ QList<StoredMessage> DesktopMessageStore::matching(const QString &textPattern,
     QList<StoredMessage> messages;
     readDatabase(store.path, m_folders.cache, [&](SQLiteDatabase &database) {
         database.setDeadline(QDeadlineTimer(kLongestSearch));
-        if (store.views)
-            database.addViews(store.views);
-        SQLiteStatement statement = database.prepare(sql.constData());
-        int parameter = 0;
-        statement.bind(++parameter, textPattern);
-        if (senderPattern)
-            statement.bind(++parameter, *senderPattern);
-        statement.bind(++parameter, limit);
-        messages = rows(std::move(statement));
+        for (const QByteArray &views : store.views) {
+            database.changeViews(views.constData());
+            SQLiteStatement statement = database.prepare(sql.constData());
+            int parameter = 0;
+            statement.bind(++parameter, textPattern);
+            if (senderPattern)
+                statement.bind(++parameter, *senderPattern);
+            statement.bind(++parameter, limit);
+            messages = rows(std::move(statement));
+            if (limit >= 0 && messages.size() == limit)
+                break;
+        }
     });
     return messages;
 }
@@ -113,8 +125,9 @@ DesktopMessageStore::Source DesktopMessageStore::source() const
 {
     const QString chat = m_folders.home + "/Library/Messages/chat.db"_L1;
     if (QFileInfo::exists(chat))
-        return {chat, nullptr};
-    return {m_folders.home + "/.purple/chatty/db/chatty-history.db"_L1, kChattyViews};
+        return {chat, {QByteArray()}};
+    return {m_folders.home + "/.purple/chatty/db/chatty-history.db"_L1,
+            {QByteArray(kChattyViews) + kChattyRecently, kChattyEver}};
 }
 
 } // namespace dugwise

@@ -26,7 +26,7 @@ private:
     struct Source
     {
         QString path;
-        const char *views; ///< in place of the tables
+        QList<QByteArray> views; ///< in place of the tables, in turn until there are enough rows
     };
     [[nodiscard]] Source source() const;
 

@@ -130,7 +130,7 @@ void SQLiteDatabase::setDeadline(QDeadlineTimer deadline)
         m_limits->deadline = deadline;
 }
 
-void SQLiteDatabase::addViews(const char *sql)
+void SQLiteDatabase::changeViews(const char *sql)
 {
     // Else not even the temporary schema may change; the database itself opens read-only or is
     // ours.

@@ -56,9 +56,9 @@ public:
 
     /// Statements fail from then on.
     void setDeadline(QDeadlineTimer deadline);
-    /// Makes views that only this object knows, by statements "CREATE TEMP VIEW". They hide tables
-    /// of the same name; one that cannot be made is not there.
-    void addViews(const char *sql);
+    /// Makes and removes views that only this object knows, by statements "CREATE TEMP VIEW" and
+    /// "DROP VIEW", up to one that fails. They hide tables of the same name.
+    void changeViews(const char *sql);
 
     /// Whether it is open and a database; reads its first page.
     [[nodiscard]] bool isReadable() const;

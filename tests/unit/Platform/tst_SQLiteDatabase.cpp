@@ -91,13 +91,13 @@ private Q_SLOTS:
         QVERIFY(!endless.step());
     }
 
-    void addsViewsOfItsOwn()
+    void hasViewsOfItsOwn()
     {
         SampleDatabase(path(), "CREATE TABLE t (x); INSERT INTO t VALUES (1), (2), (3)");
         const QByteArray before = readFile(path());
         SQLiteDatabase database = SQLiteDatabase::inPlace(path(), {});
-        database.addViews("CREATE TEMP VIEW v AS SELECT x * 10 AS y FROM t; CREATE TABLE u (x);"
-                          "CREATE TEMP VIEW w AS SELECT 1");
+        database.changeViews("CREATE TEMP VIEW v AS SELECT x * 10 AS y FROM t; CREATE TABLE u (x);"
+                             "CREATE TEMP VIEW w AS SELECT 1");
         SQLiteStatement rows = database.prepare("SELECT y FROM v WHERE y > ? AND y <> ?");
         rows.bind(1, 10);
         rows.bind(2, u"30"_s);

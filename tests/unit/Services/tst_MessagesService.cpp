@@ -131,6 +131,27 @@ private Q_SLOTS:
         QCOMPARE(lines(search(u"dinner"_s, u"0101"_s)), lines({found[2], found[3]}));
     }
 
+    /// Those of the latest numbers are looked at first, which need not be the newest.
+    void findsTheNewestOfManyInChatty()
+    {
+        SampleChatty chatty(m_home->folder.path());
+        chatty.run("BEGIN");
+        chatty.add({.text = u"old word"_s, .date = "100"});
+        chatty.add({.text = u"newest word"_s, .date = "90000"});
+        for (int i = 0; i < 10'000; ++i)
+            chatty.add({.text = i == 5000 ? u"word"_s : u"other"_s,
+                        .date = QByteArray::number(20'000 + i)});
+        chatty.run("COMMIT");
+        const QString chat = u" (+15550101)"_s;
+        const QStringList all{u"from +15550101: newest word"_s + chat,
+                              u"from +15550101: word"_s + chat,
+                              u"from +15550101: old word"_s + chat};
+        QCOMPARE(lines(search(u"word"_s)), all);
+        QCOMPARE(lines(search(u"word"_s, {}, -1)), all);
+        QCOMPARE(lines(search(u"word"_s, {}, 2)), all.first(2));
+        QCOMPARE(lines(search(u"word"_s, {}, 1)), all.first(1));
+    }
+
     void prefersTheChatDatabase()
     {
         SampleChatty chatty(m_home->folder.path());
