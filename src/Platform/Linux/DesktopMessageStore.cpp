@@ -93,8 +93,9 @@ QList<StoredMessage> DesktopMessageStore::matching(const QString &textPattern,
         QByteArray(kSelect) + kWhereText + (senderPattern ? kAndSender : "") + kNewestFirst;
     const Source store = source();
     QList<StoredMessage> messages;
+    const QDeadlineTimer deadline(kLongestSearch);
     readDatabase(store.path, m_folders.cache, [&](SQLiteDatabase &database) {
-        database.setDeadline(QDeadlineTimer(kLongestSearch));
+        database.setDeadline(deadline);
         for (const QByteArray &views : store.views) {
             database.changeViews(views.constData());
             SQLiteStatement statement = database.prepare(sql.constData());

@@ -157,7 +157,7 @@ private Q_SLOTS:
         SampleChatty chatty(m_home->folder.path());
         chatty.add({.text = u"chatty"_s, .date = "1700000000"});
         QCOMPARE(search(u""_s).size(), 1);
-        SampleChatDatabase(m_home->folder.path());
+        const SampleChatDatabase chats(m_home->folder.path());
         QCOMPARE(search(u""_s).size(), 0);
     }
 
@@ -186,6 +186,9 @@ private Q_SLOTS:
             checkReadingWhileWriting(SampleChatty(m_home->folder.path(), mode));
         else
             checkReadingWhileWriting(SampleChatDatabase(m_home->folder.path(), mode));
+        const auto before = checksums(); // the writer is gone
+        QCOMPARE(search(u"text"_s).size(), 2);
+        QCOMPARE(checksums(), before);
     }
 
     void makesNothingOfOtherFiles_data()
@@ -293,40 +296,29 @@ private:
     /// Something that is no store, or one that has been damaged, in its place.
     static void makeOtherFile(const QString &path, const QString &kind)
     {
-        const QString folder = FilePath::folder(path);
-        QVERIFY(QDir().mkpath(kind == u"folder"_s ? path : folder));
-        if (kind == u"folder"_s)
-            return;
-        if (kind == u"fifo"_s) {
+        const QMap<QString, QByteArray> contents{{u"empty"_s, ""}, {u"text"_s, "some text "}};
+        const QMap<QString, QByteArray> schemas{
+            {u"no tables"_s, "CREATE TABLE recipe (text)"},
+            {u"another column"_s,
+             "CREATE TABLE message (body); INSERT INTO message VALUES ('e');"
+             "CREATE TABLE messages (text); INSERT INTO messages VALUES ('e')"},
+            {u"views"_s,
+             "CREATE TABLE handle (id); CREATE TABLE chat (chat_identifier);"
+             "CREATE TABLE chat_message_join (message_id, chat_id);"
+             "CREATE TABLE users (id, username); CREATE TABLE threads (id, name, type);"
+             "CREATE VIEW message AS SELECT 'e' AS text, 0 AS date, 0 AS is_from_me,"
+             "0 AS handle_id, 1 AS ROWID;"
+             "CREATE VIEW messages AS SELECT 1 AS id, 1 AS thread_id, 1 AS sender_id,"
+             "'e' AS body, 1 AS direction, 0 AS time, 0 AS status"}};
+        QVERIFY(QDir().mkpath(kind == u"folder"_s ? path : FilePath::folder(path)));
+        if (kind == u"fifo"_s)
             QCOMPARE(::mkfifo(path.toUtf8().constData(), 0600), 0);
-            return;
-        }
-        if (kind == u"text"_s || kind == u"empty"_s) {
-            writeFile(path, kind == u"empty"_s ? QByteArray() : QByteArray(10'000, 'e'));
-            return;
-        }
-        if (kind == u"no tables"_s) {
-            SampleDatabase(path, "CREATE TABLE recipe (text)");
-            return;
-        }
-        if (kind == u"another column"_s) {
-            SampleDatabase(path,
-                           "CREATE TABLE message (body); INSERT INTO message VALUES ('e');"
-                           "CREATE TABLE messages (text); INSERT INTO messages VALUES ('e')");
-            return;
-        }
-        if (kind == u"views"_s) {
-            SampleDatabase(path,
-                           "CREATE TABLE handle (id); CREATE TABLE chat (chat_identifier);"
-                           "CREATE TABLE chat_message_join (message_id, chat_id);"
-                           "CREATE VIEW message AS SELECT 'e' AS text, 0 AS date, 0 AS is_from_me,"
-                           "0 AS handle_id, 1 AS ROWID; CREATE VIEW messages AS SELECT 1 AS id,"
-                           "1 AS thread_id, 1 AS sender_id, 'e' AS body, 1 AS direction, 0 AS time,"
-                           "0 AS status; CREATE TABLE users (id, username);"
-                           "CREATE TABLE threads (id, name, type)");
-            return;
-        }
-        damageStore(path, kind);
+        else if (contents.contains(kind))
+            writeFile(path, contents[kind].repeated(1000));
+        else if (schemas.contains(kind))
+            const SampleDatabase database(path, schemas[kind]);
+        else if (kind != u"folder"_s)
+            damageStore(path, kind);
     }
 
     /// A store of which what comes after its first page is cut off or spoilt.
