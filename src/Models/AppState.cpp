@@ -279,9 +279,18 @@ AppState::performCrossAppSearch(QString query, std::optional<ParsedSearchIntent>
         if (!contact && !people.isEmpty())
             contact = people.first();
         const QString words = DateIntentParser::extractKeywords(query).join(u' ');
-        results.append(
-            crossAppResults(m_services.messages->searchMessages(words, contact, kMessagesAskedFor),
-                            m_platform.clock.now()));
+        const MessagesService *const service = m_services.messages.get();
+        const QFuture<QList<MessageSearchResult>> searching =
+            QtConcurrent::run(&m_workers,
+                              &MessagesService::searchMessages,
+                              service,
+                              words,
+                              contact,
+                              kMessagesAskedFor);
+        const QList<MessageSearchResult> messages = co_await searching;
+        if (!self)
+            co_return results;
+        results.append(crossAppResults(messages, m_platform.clock.now()));
     }
     if (m_calendarEnabled)
         results.append(crossAppResults(m_services.calendar->searchEvents(query, dateRange)));
