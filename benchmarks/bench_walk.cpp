@@ -6,11 +6,10 @@
 #include "Measure.h"
 #include "Platform/Platform.h"
 #include "Platform/TableEmbedding.h"
-#include "SampleText.h"
+#include "SampleFolder.h"
 #include "Services/FileIndexer.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -18,28 +17,6 @@
 
 using namespace dugwise;
 using namespace dugwise::bench;
-
-namespace {
-
-constexpr unsigned kAverageSize = 5000;
-
-void makeFiles(const QString &folder, int count)
-{
-    SampleText sample(2);
-    QString below;
-    for (int i = 0; i < count; ++i) {
-        if (i % 100 == 0) {
-            below = folder + QStringLiteral("/%1").arg(i / 100);
-            QDir().mkpath(below);
-        }
-        QFile file(below + QStringLiteral("/note %1.txt").arg(i));
-        if (!file.open(QFile::WriteOnly))
-            qFatal("cannot make the files");
-        file.write(sample.text(kAverageSize / 2 + sample.number(kAverageSize)));
-    }
-}
-
-} // namespace
 
 int main(int argc, char *argv[])
 {
