@@ -5,7 +5,7 @@
 #include "DugwiseApp.h"
 #include "Platform/Platform.h"
 #include "Platform/SystemFacilities.h"
-#include "SelfTest.h"
+#include "Application/SelfTest.h"
 #include "Utilities/PrintableText.h"
 #include "Views/SingleWindow.h"
 #include "Views/Window.h"

@@ -149,17 +149,17 @@ TestCase {
         for (const scale of [1, 1.5]) {
             root.given.setTextScale(scale)
             ask("budget")
-            tryVerify(() => root.card(3) !== null)
-            waitForRendering(root.window.contentItem)
             for (const number of [1, 2, 3]) {
+                find("conversation").positionViewAtIndex(number + 1, ListView.Contain)
+                tryVerify(() => root.card(number) !== null)
                 const one = card(number)
                 const parts = texts(one).concat(findChild(one, "open"))
-                compare(beyond(parts, one, one.width - 60 - 8), [])
+                tryVerify(() => root.beyond(parts, one, one.width - 60 - 8).length === 0)
             }
             const labels = texts(find("sidebar"))
-            compare(beyond(labels, find("sidebar"), find("sidebar").width), [])
-            const cut = labels.filter(label => label.truncated).map(label => label.text)
-            compare(cut.filter(text => !root.given.session.recentLabels.includes(text)), [])
+            tryVerify(() => root.beyond(labels, find("sidebar"), find("sidebar").width).length === 0)
+            const recent = root.given.session.recentLabels
+            tryVerify(() => labels.every(label => !label.truncated || recent.includes(label.text)))
             root.given.session.newChat()
             tryVerify(() => root.find("status") !== null)
             waitForRendering(root.window.contentItem)

@@ -47,6 +47,8 @@ ColumnLayout {
     }
     Component.onCompleted: root.takePendingQuery()
 
+    RowRehearsal {}
+
     // Read out by a screen reader whenever it comes into view.
     Item {
         id: announcement

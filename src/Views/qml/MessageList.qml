@@ -19,13 +19,13 @@ ListView {
 
     function turnPages(count: int): void {
         root.stay()
-        const last = Math.max(root.originY, root.originY + root.contentHeight - root.height)
         root.contentY = Math.max(root.originY - root.topMargin,
-                                 Math.min(last, root.contentY + count * root.height * 0.9))
+                                 Math.min(root.end(), root.contentY + count * root.height * 0.9))
     }
 
     /// Puts the keyboard on the next card after a row, or before it when `by` is -1.
     function goToCard(row: int, by: int): void {
+        root.stay()
         for (let i = row + by; i >= 0 && i < root.count; i += by) {
             root.positionViewAtIndex(i, ListView.Contain)
             const card = root.itemAtIndex(i) as SearchResultCard

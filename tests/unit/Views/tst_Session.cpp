@@ -76,8 +76,9 @@ private Q_SLOTS:
         session.ask(QString(200'000, u'x'));
         QCOMPARE(session.page(), 0);
         QTRY_VERIFY(!session.isSearching());
-        QCOMPARE(session.recentSearches().value(0).size(), 100'000);
-        QCOMPARE(session.recentSearches().value(1), u"the\nlease 🎉"_s);
+        QVERIFY(session.recentLabels().value(0).size() <= 300);
+        QCOMPARE(state.recentSearches().value(0).size(), 100'000);
+        QCOMPARE(state.recentSearches().value(1), u"the\nlease 🎉"_s);
 
         session.removeFolder(5);
         session.removeFolder(0);
