@@ -180,6 +180,13 @@ private:
         wait(kEntrance);
     }
 
+    void turnPages(int count)
+    {
+        auto *const list = m_window->view()->findChild<QObject *>(u"conversation"_s);
+        if (!list || !QMetaObject::invokeMethod(list, "turnPages", Q_ARG(int, count)))
+            report(u"there is no conversation to scroll"_s);
+    }
+
     void showPages()
     {
         m_appearance->set({.isDark = true});
@@ -222,13 +229,18 @@ private:
         m_session->selectNumber(1);
         m_appearance->set({.isDark = false});
         wait(kEntrance);
+        m_appearance->set({.isDark = false, .reducesMotion = true});
+        visit(u"answer-end"_s);
+        turnPages(-99);
         visit(u"answer"_s);
         ask(u"tell me about #1"_s);
         visit(u"insights"_s);
         m_session->newChat();
-        ask(u"The contract Sarah sent me before our meeting"_s);
-        visit(u"people"_s);
+        ask(u"the budget review"_s);
+        visit(u"messages"_s);
         m_appearance->set({.isDark = true, .reducesMotion = true});
+        visit(u"messages-dark"_s);
+        turnPages(-99);
         visit(u"answer-dark"_s);
     }
 

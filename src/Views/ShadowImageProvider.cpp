@@ -42,8 +42,10 @@ QImage blurredAcross(const QImage &image, const std::vector<double> &weights)
         const uchar *const line = image.constScanLine(y);
         for (int x = 0; x < side; ++x) {
             double sum = 0;
-            for (int i = std::max(0, x - blur); i <= std::min(side - 1, x + blur); ++i)
-                sum += weights[static_cast<std::size_t>(i - x + blur)] * line[i];
+            for (int i = std::max(0, x - blur); i <= std::min(side - 1, x + blur); ++i) {
+                const int away = i - x + blur;
+                sum += weights[static_cast<std::size_t>(away)] * line[i];
+            }
             blurred.scanLine(x)[y] = static_cast<uchar>(std::lround(sum));
         }
     }

@@ -25,11 +25,13 @@ class Spring : public QObject
     QML_SINGLETON
 
 public:
-    Q_INVOKABLE double position(double response, double dampingFraction, double seconds) const
+    [[nodiscard]] Q_INVOKABLE double
+    position(double response, double dampingFraction, double seconds) const
     {
         return springPosition(response, dampingFraction, seconds);
     }
-    Q_INVOKABLE bool isSettled(double response, double dampingFraction, double seconds) const
+    [[nodiscard]] Q_INVOKABLE bool
+    isSettled(double response, double dampingFraction, double seconds) const
     {
         return springIsSettled(response, dampingFraction, seconds);
     }
