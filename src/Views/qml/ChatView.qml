@@ -18,8 +18,7 @@ ColumnLayout {
 
     /// Scrolls the conversation by that many pages.
     function turnPages(count: int): void {
-        if (!root.session.conversation.isEmpty)
-            (content.item as MessageList).turnPages(count)
+        messages.turnPages(count)
     }
 
     function takePendingQuery(): void {
@@ -71,12 +70,26 @@ ColumnLayout {
             onClicked: root.session.newChat()
         }
     }
-    Loader {
-        id: content
-
+    Item {
         Layout.fillWidth: true
         Layout.fillHeight: true
-        sourceComponent: root.session.conversation.isEmpty ? welcome : messages
+
+        Loader {
+            anchors.fill: parent
+            active: root.session.conversation.isEmpty
+            sourceComponent: WelcomeView {
+                session: root.session
+                onChosen: text => root.submit(text)
+            }
+        }
+        // Made ahead, so that the first request need not wait for it.
+        MessageList {
+            id: messages
+
+            anchors.fill: parent
+            visible: !root.session.conversation.isEmpty
+            session: root.session
+        }
     }
     InputBar {
         id: inputBar
@@ -84,21 +97,5 @@ ColumnLayout {
         Layout.fillWidth: true
         Layout.margins: 16
         session: root.session
-    }
-
-    Component {
-        id: welcome
-
-        WelcomeView {
-            session: root.session
-            onChosen: text => root.submit(text)
-        }
-    }
-    Component {
-        id: messages
-
-        MessageList {
-            session: root.session
-        }
     }
 }

@@ -58,6 +58,8 @@ ListView {
             root.showEnd()
             return
         }
+        // No more than a few pages: each row on the way has to be made.
+        root.contentY = Math.max(root.contentY, root.end() - 4 * root.height)
         scrolling.from = root.contentY
         scrolling.to = root.end()
         scrolling.start()
