@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "CommandLine/AnswerText.h"
+#include "Application/SelfTest.h"
 #include "CommandLine/CommandLine.h"
 #include "DugwiseApp.h"
 #include "Platform/Platform.h"
 #include "Platform/SystemFacilities.h"
-#include "Application/SelfTest.h"
 #include "Utilities/PrintableText.h"
 #include "Views/SingleWindow.h"
 #include "Views/Window.h"

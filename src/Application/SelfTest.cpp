@@ -43,29 +43,23 @@ void noteMessage(QtMsgType type, const QMessageLogContext & /*context*/, const Q
         report(text);
 }
 
-/// The desktop's wishes as the test changes them.
-class GivenAppearance final : public DesktopAppearance
+/// A facility that the program follows, with values as the test gives them.
+template <typename Facility, typename Value>
+class Given final : public Facility
 {
 public:
+    using UpdateHandler = typename Facility::UpdateHandler;
+
     void start(UpdateHandler updateHandler) override { m_updateHandler = std::move(updateHandler); }
     void cancel() override { m_updateHandler = nullptr; }
-    void set(const Appearance &appearance) const { m_updateHandler(appearance); }
+    void set(const Value &value) const { m_updateHandler(value); }
 
 private:
     UpdateHandler m_updateHandler;
 };
 
-/// A network that comes and goes as the test has it.
-class GivenPath final : public NetworkPathMonitor
-{
-public:
-    void start(UpdateHandler updateHandler) override { m_updateHandler = std::move(updateHandler); }
-    void cancel() override { m_updateHandler = nullptr; }
-    void set(const NetworkPath &path) const { m_updateHandler(path); }
-
-private:
-    UpdateHandler m_updateHandler;
-};
+using GivenAppearance = Given<DesktopAppearance, Appearance>;
+using GivenPath = Given<NetworkPathMonitor, NetworkPath>;
 
 StandardFolders withOwnFolders(const QString &own)
 {

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CommandLine/StatusText.h"
 
-#include "CommandLine/AnswerText.h"
 #include "Models/AppState.h"
 #include "Platform/DesktopMetadata.h"
 #include "Platform/MetadataSearchServices.h"

@@ -46,8 +46,6 @@ ColumnLayout {
     }
     Component.onCompleted: root.takePendingQuery()
 
-    RowRehearsal {}
-
     // Read out by a screen reader whenever it comes into view.
     Item {
         id: announcement
