@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/AccessPrompt.h"
+#include "Platform/ContactStore.h"
 #include "Platform/DesktopAppearance.h"
+#include "Platform/EventStore.h"
 #include "Platform/FolderPicker.h"
 #include "Platform/MessageStore.h"
 #include "Platform/MetadataItem.h"
@@ -40,6 +43,9 @@ struct Platform
     std::unique_ptr<SystemLanguageModel> languageModel;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<MessageStore> messageStore;
+    std::unique_ptr<EventStore> eventStore;
+    std::unique_ptr<ContactStore> contactStore;
+    std::unique_ptr<AccessPrompt> accessPrompt;
     std::unique_ptr<NetworkPathMonitor> networkPathMonitor;
     std::unique_ptr<DesktopAppearance> desktopAppearance;
 };
