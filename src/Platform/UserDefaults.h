@@ -3,20 +3,25 @@
 #pragma once
 
 #include <QByteArrayList>
-#include <QSettings>
 #include <QStringList>
+#include <QThreadPool>
+#include <QVariantHash>
 
 #include <optional>
 
 namespace dugwise {
 
-/// The person's stored settings: an INI file, written through at every change. A value of another
-/// type than asked for counts as absent, and so does everything in a damaged file; such a file is
-/// kept aside as "<file>.damaged" when something is saved.
+/// The person's stored settings: an INI file, read when the object is made. A change is known here
+/// at once, and written by a worker, one after another; all are on disk when the object is gone. Of
+/// what another process wrote meanwhile, a change replaces the one setting that it is of. A value
+/// of another type than asked for counts as absent, and so does everything in a damaged file; such
+/// a file is kept aside as "<file>.damaged" when something is saved.
 class UserDefaults
 {
 public:
     explicit UserDefaults(const QString &filePath);
+    Q_DISABLE_COPY_MOVE(UserDefaults)
+    ~UserDefaults() = default;
 
     [[nodiscard]] std::optional<QStringList> stringList(const QString &key) const;
     [[nodiscard]] std::optional<QByteArrayList> byteArrayList(const QString &key) const;
@@ -25,11 +30,12 @@ public:
     void setByteArrayList(const QString &key, const QByteArrayList &value);
 
 private:
-    [[nodiscard]] QVariant read(const QString &key) const;
     void write(const QString &key, const QVariant &value);
 
-    QSettings m_settings;
+    QString m_filePath;
+    QVariantHash m_values;
     bool m_isDamaged = false;
+    QThreadPool m_writer; ///< of one thread; ends when all is written
 };
 
 } // namespace dugwise

@@ -6,8 +6,10 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSettings>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -22,20 +24,46 @@ bool holdsOnly(const QVariantList &values)
     return std::ranges::all_of(values, [&](const QVariant &v) { return v.typeId() == type; });
 }
 
+void keepAside(const QString &path)
+{
+    const QString aside = path + ".damaged"_L1;
+    QFile::remove(aside);
+    QFile::copy(path, aside);
+}
+
+void store(const QString &path, const QString &key, const QVariant &value, bool isDamaged)
+{
+    makePrivateFolder(QFileInfo(path).path());
+    QSettings settings(path, QSettings::IniFormat);
+    if (isDamaged) {
+        keepAside(path);
+        settings.clear();
+    }
+    settings.setValue(key, value);
+    settings.sync();
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+}
+
 } // namespace
 
 UserDefaults::UserDefaults(const QString &filePath)
-    : m_settings(filePath, QSettings::IniFormat)
+    : m_filePath(filePath)
 {
+    m_writer.setMaxThreadCount(1);
+    QSettings settings(filePath, QSettings::IniFormat);
     // Sections are read when they are first asked for, and only then is the status right.
-    [[maybe_unused]] const QStringList keys = m_settings.allKeys();
-    m_isDamaged = m_settings.status() == QSettings::FormatError;
+    const QStringList keys = settings.allKeys();
+    m_isDamaged = settings.status() == QSettings::FormatError;
+    if (m_isDamaged)
+        return;
+    for (const QString &key : keys)
+        m_values.insert(key, settings.value(key));
 }
 
 std::optional<QStringList> UserDefaults::stringList(const QString &key) const
 {
     // A list of one string is stored as that string.
-    const QVariant value = read(key);
+    const QVariant value = m_values.value(key);
     const bool isString = value.typeId() == QMetaType::QString;
     if (isString || value.typeId() == QMetaType::QStringList)
         return value.toStringList();
@@ -44,7 +72,7 @@ std::optional<QStringList> UserDefaults::stringList(const QString &key) const
 
 std::optional<QByteArrayList> UserDefaults::byteArrayList(const QString &key) const
 {
-    const QVariant value = read(key);
+    const QVariant value = m_values.value(key);
     if (value.typeId() != QMetaType::QVariantList || !holdsOnly<QByteArray>(value.toList()))
         return std::nullopt;
     QByteArrayList list;
@@ -66,25 +94,12 @@ void UserDefaults::setByteArrayList(const QString &key, const QByteArrayList &va
     write(key, list);
 }
 
-QVariant UserDefaults::read(const QString &key) const
-{
-    return m_isDamaged ? QVariant() : m_settings.value(key);
-}
-
 void UserDefaults::write(const QString &key, const QVariant &value)
 {
-    const QString path = m_settings.fileName();
-    makePrivateFolder(QFileInfo(path).path());
-    if (m_isDamaged) {
-        const QString aside = path + ".damaged"_L1;
-        QFile::remove(aside);
-        QFile::copy(path, aside);
-        m_settings.clear();
-        m_isDamaged = false;
-    }
-    m_settings.setValue(key, value);
-    m_settings.sync();
-    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    m_values.insert(key, value);
+    m_writer.start([path = m_filePath, key, value, isDamaged = std::exchange(m_isDamaged, false)] {
+        store(path, key, value, isDamaged);
+    });
 }
 
 } // namespace dugwise

@@ -96,21 +96,39 @@ private Q_SLOTS:
             QVERIFY(!defaults.byteArrayList(kKey));
             QCOMPARE(readFile(path()), content);
             defaults.setStringList(u"New"_s, {u"a"_s, u"b"_s});
+            defaults.setStringList(u"Newer"_s, {u"c"_s, u"d"_s});
         }
         QCOMPARE(readFile(path() + ".damaged"_L1), content);
         QCOMPARE(readAgain().stringList(u"New"_s), (QStringList{u"a"_s, u"b"_s}));
+        QCOMPARE(readAgain().stringList(u"Newer"_s), (QStringList{u"c"_s, u"d"_s}));
         QVERIFY(!readAgain().stringList(kKey));
     }
 
     void isReadableByItsOwnerOnly()
     {
         const QString file = m_folder->filePath(u"above/config/Dugwise.ini"_s);
-        UserDefaults defaults(file);
-        QVERIFY(!QFile::exists(file));
-        defaults.setStringList(kKey, {u"a"_s});
+        {
+            UserDefaults defaults(file);
+            QVERIFY(!QFile::exists(file));
+            defaults.setStringList(kKey, {u"a"_s});
+        }
         const auto permissions = QFile::permissions(file);
         QCOMPARE(permissions.toInt() & 0x177, 0);
         QCOMPARE(QFile::permissions(FilePath::folder(file)).toInt() & 0x077, 0);
+    }
+
+    void knowsItsOwnChangesAtOnceAndKeepsThoseOfOthers()
+    {
+        {
+            UserDefaults defaults(path());
+            defaults.setStringList(kKey, {u"a"_s, u"b"_s});
+            QCOMPARE(defaults.stringList(kKey), (QStringList{u"a"_s, u"b"_s}));
+            UserDefaults(path()).setStringList(u"Other"_s, {u"c"_s, u"d"_s});
+            for (int i = 0; i < 50; ++i)
+                defaults.setStringList(kKey, {u"a"_s, QString::number(i)});
+        }
+        QCOMPARE(readAgain().stringList(kKey), (QStringList{u"a"_s, u"49"_s}));
+        QCOMPARE(readAgain().stringList(u"Other"_s), (QStringList{u"c"_s, u"d"_s}));
     }
 
 private:
