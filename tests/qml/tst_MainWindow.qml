@@ -80,7 +80,7 @@ TestCase {
         compare(root.given.requests, ["the budget"])
         compare(find("inputField").text, "")
         tryVerify(() => root.card(2) !== null)
-        verify(!find("status"))
+        tryVerify(() => !find("status"))
 
         const second = card(2)
         mouseClick(second, second.width / 2, second.height - 20)
@@ -102,9 +102,9 @@ TestCase {
         compare(find("selectedName").text, "Select a file to preview")
     }
 
-    /// All that is shown below an item, itself included.
+    /// All that is shown below an item, itself included. What is being taken down has no properties.
     function shown(item) {
-        if (!item.visible)
+        if (!item || !item.visible)
             return []
         let all = [item]
         for (let i = 0; i < item.children.length; ++i)
@@ -113,7 +113,7 @@ TestCase {
     }
 
     function texts(item) {
-        return shown(item).filter(one => one.truncated !== undefined)
+        return shown(item).filter(one => one && one.truncated !== undefined)
     }
 
     /// The texts of those that reach further right in an item than they may, or have no room.
@@ -150,16 +150,21 @@ TestCase {
             root.given.setTextScale(scale)
             ask("budget")
             for (const number of [1, 2, 3]) {
+                find("conversation").stay()
                 find("conversation").positionViewAtIndex(number + 1, ListView.Contain)
-                tryVerify(() => root.card(number) !== null)
-                const one = card(number)
-                const parts = texts(one).concat(findChild(one, "open"))
-                tryVerify(() => root.beyond(parts, one, one.width - 60 - 8).length === 0)
+                tryVerify(() => {
+                    const one = root.card(number)
+                    if (!one)
+                        return false
+                    const parts = root.texts(one).concat(root.findChild(one, "open"))
+                    return root.beyond(parts, one, one.width - 60 - 8).length === 0
+                })
             }
-            const labels = texts(find("sidebar"))
-            tryVerify(() => root.beyond(labels, find("sidebar"), find("sidebar").width).length === 0)
+            const sidebar = find("sidebar")
+            tryVerify(() => root.beyond(root.texts(sidebar), sidebar, sidebar.width).length === 0)
             const recent = root.given.session.recentLabels
-            tryVerify(() => labels.every(label => !label.truncated || recent.includes(label.text)))
+            tryVerify(() => root.texts(sidebar).every(
+                          label => !label.truncated || recent.includes(label.text)))
             root.given.session.newChat()
             tryVerify(() => root.find("status") !== null)
             waitForRendering(root.window.contentItem)

@@ -73,12 +73,26 @@ ColumnLayout {
         Layout.fillHeight: true
 
         Loader {
+            id: welcome
+
+            readonly property bool isWanted: root.session.conversation.isEmpty
+
             anchors.fill: parent
-            active: root.session.conversation.isEmpty
+            visible: isWanted
+            onIsWantedChanged: {
+                if (isWanted)
+                    active = true
+            }
             sourceComponent: WelcomeView {
                 session: root.session
                 onChosen: text => root.submit(text)
             }
+        }
+        // It takes half a frame to take down: not while the first request is shown.
+        Timer {
+            interval: 1500
+            running: !welcome.isWanted
+            onTriggered: welcome.active = false
         }
         // Made ahead, so that the first request need not wait for it.
         MessageList {
