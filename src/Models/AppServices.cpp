@@ -10,10 +10,10 @@ namespace dugwise {
 AppServices::AppServices(Platform &platform)
     : llm(std::make_unique<OnDeviceLLMService>(
         platform.languageModel.get(), std::make_unique<MockLLMService>(), platform.clock))
-    , calendar(std::make_unique<CalendarService>())
+    , calendar(std::make_unique<CalendarService>(platform))
     , mail(std::make_unique<MailSearchService>())
     , messages(std::make_unique<MessagesService>(platform.messageStore.get()))
-    , contacts(std::make_unique<ContactsService>())
+    , contacts(std::make_unique<ContactsService>(platform))
     , preview(platform.pdfDocuments.get())
     , spotlight(nullptr, platform.metadataQueryCommand.get())
 {

@@ -3,13 +3,11 @@
 #include "Models/AppState.h"
 
 #include "Models/ChatCommands.h"
-#include "Models/CrossAppResults.h"
+#include "Models/FileResults.h"
 #include "Platform/Platform.h"
-#include "Utilities/DateIntentParser.h"
 
 #include <QCoroFuture>
 #include <QPointer>
-#include <QSet>
 #include <QThread>
 #include <QtConcurrentRun>
 
@@ -22,65 +20,18 @@ namespace dugwise {
 namespace {
 
 constexpr qsizetype kMostRecentSearches = 10;
-constexpr qsizetype kMostResults = 20;
-constexpr qsizetype kMostUnscoredHits = 10;
-constexpr double kUnscoredHitScore = 5;
-constexpr int kMessagesAskedFor = 10;
 constexpr std::size_t kMostInsightsText = 4000; // characters
 
-IndexedFile toIndexedFile(const SpotlightSearchHit &hit, Instant now)
+/// What follows the last "@" of each address, where anything does.
+QStringList domainsOf(const QStringList &addresses)
 {
-    const Instant date = hit.modifiedDate.value_or(now);
-    return IndexedFile({
-        .id = QUuid::createUuid(),
-        .name = hit.name,
-        .path = hit.path,
-        .fileExtension = hit.fileExtension,
-        .size = hit.size,
-        .createdDate = date,
-        .modifiedDate = date,
-        .folderPath = hit.folderPath,
-        .extractedText = std::nullopt,
-        .lastUsedDate = std::nullopt,
-        .downloadDate = std::nullopt,
-        .downloadSource = std::nullopt,
-    });
-}
-
-/// The hits that are not among the results, as files that can be scored.
-QList<IndexedFile>
-filesBeyond(const QList<SearchResult> &results, const QList<SpotlightSearchHit> &hits, Instant now)
-{
-    QSet<QString> known;
-    for (const SearchResult &result : results)
-        known.insert(result.file->path);
-    QList<IndexedFile> files;
-    for (const SpotlightSearchHit &hit : hits) {
-        if (!known.contains(hit.path))
-            files.append(toIndexedFile(hit, now));
+    QStringList domains;
+    for (const QString &address : addresses) {
+        const QString domain = address.section(u'@', -1);
+        if (!domain.isEmpty())
+            domains.append(domain);
     }
-    return files;
-}
-
-/// What is shown of hits in which the scoring saw nothing.
-QList<SearchResult> unscoredResults(const QList<IndexedFile> &files)
-{
-    QList<SearchResult> results;
-    for (const IndexedFile &file : files.first(std::min(files.size(), kMostUnscoredHits))) {
-        results.append({QUuid::createUuid(),
-                        file,
-                        kUnscoredHitScore,
-                        {SearchResult::MatchReason::filename},
-                        u"Found via Spotlight system search."_s});
-    }
-    return results;
-}
-
-QList<SearchResult> best(QList<SearchResult> results)
-{
-    std::ranges::stable_sort(results, std::ranges::greater(), &SearchResult::relevanceScore);
-    results.resize(std::min(results.size(), kMostResults));
-    return results;
+    return domains;
 }
 
 } // namespace
@@ -89,6 +40,7 @@ AppState::AppState(Platform &platform, AppServices services, QObject *parent)
     : QObject(parent)
     , m_platform(platform)
     , m_services(std::move(services))
+    , m_crossApp(m_services, platform.clock)
     , m_recentSearches(platform.userDefaults.stringList(kRecentSearchesKey).value_or(QStringList()))
     , m_aiStatusLabel(u"Checking..."_s)
 {
@@ -202,9 +154,12 @@ QCoro::Task<void> AppState::answer(QString query, QList<IndexedFile> files)
     const std::optional<ParsedSearchIntent> intent = co_await m_services.llm->parseQuery(query);
     if (!self)
         co_return;
+    const QStringList people = intent ? intent->personNames : QStringList();
+    const QFuture<QStringList> emails = m_crossApp.emailsOf(people, access());
     // Both run up to their first wait here, and side by side from there on.
-    QCoro::Task<QList<SearchResult>> fileSearch = performFileSearch(query, intent, files);
-    QCoro::Task<QList<CrossAppResult>> crossAppSearch = performCrossAppSearch(query, intent);
+    QCoro::Task<QList<SearchResult>> fileSearch = performFileSearch(query, intent, emails, files);
+    QCoro::Task<QList<CrossAppResult>> crossAppSearch =
+        m_crossApp.performCrossAppSearch(query, intent, emails, access());
     const QList<SearchResult> results = co_await fileSearch;
     const QList<CrossAppResult> crossAppResults = co_await crossAppSearch;
     if (!self)
@@ -228,14 +183,28 @@ QCoro::Task<void> AppState::answer(QString query, QList<IndexedFile> files)
     Q_EMIT answered();
 }
 
-QCoro::Task<QList<SearchResult>> AppState::performFileSearch(
-    QString query, std::optional<ParsedSearchIntent> intent, QList<IndexedFile> files)
+QCoro::Task<QList<SearchResult>>
+AppState::performFileSearch(QString query,
+                            std::optional<ParsedSearchIntent> intent,
+                            QFuture<QStringList> emails,
+                            QList<IndexedFile> files)
 {
     const QPointer<AppState> self(this);
-    if (intent)
-        enrich(*intent);
+    QList<SearchResult> results;
+    if (intent && !intent->personNames.isEmpty()) {
+        // What calendar and contacts know about the people whom the request names.
+        const QFuture<std::optional<DateIntentParser::DateRange>> finding =
+            m_crossApp.findDateAnchor(intent->personNames.first(), access());
+        const std::optional<DateIntentParser::DateRange> anchor = co_await finding;
+        const QStringList addresses = co_await emails;
+        if (!self)
+            co_return results;
+        if (!intent->dateRange)
+            intent->dateRange = anchor;
+        intent->keywords.append(domainsOf(addresses));
+    }
     const QFuture<QList<SearchResult>> indexSearch = search(query, intent, files);
-    QList<SearchResult> results = co_await indexSearch;
+    results = co_await indexSearch;
     if (!self)
         co_return results;
     const QList<SpotlightSearchHit> hits = co_await m_services.spotlight.searchSpotlight(query);
@@ -250,51 +219,8 @@ QCoro::Task<QList<SearchResult>> AppState::performFileSearch(
         else
             results.append(scored);
     }
-    const QList<SearchResult> kept = best(results);
+    const QList<SearchResult> kept = bestResults(results);
     co_return kept;
-}
-
-QCoro::Task<QList<CrossAppResult>>
-AppState::performCrossAppSearch(QString query, std::optional<ParsedSearchIntent> intent)
-{
-    const QPointer<AppState> self(this);
-    if (intent && !intent->wantsCrossApp)
-        co_return QList<CrossAppResult>();
-    const QStringList people = intent ? intent->personNames : QStringList();
-    const QStringList emails = emailsOf(people);
-    std::optional<QString> sender;
-    if (!emails.isEmpty())
-        sender = emails.first();
-    std::optional<DateIntentParser::DateRange> dateRange;
-    if (intent)
-        dateRange = intent->dateRange;
-
-    const QList<MailSearchResult> mails =
-        co_await m_services.mail->searchMail(query, sender, dateRange);
-    QList<CrossAppResult> results = crossAppResults(mails);
-    if (!self)
-        co_return results;
-    if (m_messagesAccessible) {
-        std::optional<QString> contact = sender;
-        if (!contact && !people.isEmpty())
-            contact = people.first();
-        const QString words = DateIntentParser::extractKeywords(query).join(u' ');
-        const MessagesService *const service = m_services.messages.get();
-        const QFuture<QList<MessageSearchResult>> searching =
-            QtConcurrent::run(&m_workers,
-                              &MessagesService::searchMessages,
-                              service,
-                              words,
-                              contact,
-                              kMessagesAskedFor);
-        const QList<MessageSearchResult> messages = co_await searching;
-        if (!self)
-            co_return results;
-        results.append(crossAppResults(messages, m_platform.clock.now()));
-    }
-    if (m_calendarEnabled)
-        results.append(crossAppResults(m_services.calendar->searchEvents(query, dateRange)));
-    co_return results;
 }
 
 void AppState::handleAction(const ChatAction &action)
@@ -367,30 +293,14 @@ void AppState::addRecentSearch(const QString &query)
     m_platform.userDefaults.setStringList(kRecentSearchesKey, searches);
 }
 
-/// Adds what calendar and contacts know about the people whom the request names.
-void AppState::enrich(ParsedSearchIntent &intent) const
+/// What may be read now of the person's other programs.
+CrossAppSearch::Access AppState::access() const
 {
-    if (intent.personNames.isEmpty())
-        return;
-    if (m_calendarEnabled && !intent.dateRange)
-        intent.dateRange = m_services.calendar->findDateAnchor(intent.personNames.first());
-    for (const QString &email : emailsOf(intent.personNames)) {
-        const QString domain = email.section(u'@', -1);
-        if (!domain.isEmpty())
-            intent.keywords.append(domain);
-    }
-}
-
-QStringList AppState::emailsOf(const QStringList &personNames) const
-{
-    QStringList emails;
-    if (!m_contactsEnabled)
-        return emails;
-    for (const QString &name : personNames) {
-        for (const ResolvedContact &contact : m_services.contacts->findContacts(name))
-            emails.append(contact.emails);
-    }
-    return emails;
+    return {
+        .calendar = m_calendarEnabled,
+        .contacts = m_contactsEnabled,
+        .messages = m_messagesAccessible,
+    };
 }
 
 QFuture<QList<SearchResult>> AppState::search(const QString &query,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Models/AppServices.h"
+#include "Models/CrossAppSearch.h"
 #include "Models/Records/ChatAction.h"
 #include "Models/Records/ChatMessage.h"
 #include "Models/Records/SidebarItem.h"
@@ -103,9 +104,8 @@ private:
     QCoro::Task<void> answer(QString query, QList<IndexedFile> files);
     QCoro::Task<QList<SearchResult>> performFileSearch(QString query,
                                                        std::optional<ParsedSearchIntent> intent,
+                                                       QFuture<QStringList> emails,
                                                        QList<IndexedFile> files);
-    QCoro::Task<QList<CrossAppResult>>
-    performCrossAppSearch(QString query, std::optional<ParsedSearchIntent> intent);
 
     void handleAction(const ChatAction &action);
     QCoro::Task<void> answerWithInsights(IndexedFile file);
@@ -113,8 +113,7 @@ private:
     QCoro::Task<std::optional<DocumentInsightsResult>> insights(IndexedFile file);
 
     void addRecentSearch(const QString &query);
-    void enrich(ParsedSearchIntent &intent) const;
-    [[nodiscard]] QStringList emailsOf(const QStringList &personNames) const;
+    [[nodiscard]] CrossAppSearch::Access access() const;
     [[nodiscard]] QFuture<QList<SearchResult>>
     search(const QString &query,
            const std::optional<ParsedSearchIntent> &intent,
@@ -128,6 +127,7 @@ private:
 
     Platform &m_platform;
     AppServices m_services;
+    CrossAppSearch m_crossApp;
     QThreadPool m_workers;
     SidebarItem m_selectedSidebarItem = SidebarItem::home;
     QList<ChatMessage> m_messages;

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QCoroTask>
+#include "Services/AccessRequest.h"
+
 #include <QList>
 #include <QStringList>
 
@@ -12,23 +13,31 @@ namespace dugwise {
 struct ResolvedContact
 {
     QString fullName;
-    QStringList emails;
-    QStringList phoneNumbers;
+    QStringList emails;       ///< in the entry's order
+    QStringList phoneNumbers; ///< as they are written there
+
+    bool operator==(const ResolvedContact &) const = default;
 };
 
-/// Resolves names of people. As it stands here there is no address book to ask for, access is
-/// never granted and nobody is found.
+/// Resolves names of people. Access changes on the UI thread, before the first search; the
+/// searches read files and ask services, at most a second long, and are for one worker at a time.
 class ContactsService
 {
 public:
-    ContactsService() = default;
+    /// `platform` outlives the service.
+    explicit ContactsService(Platform &platform);
     Q_DISABLE_COPY_MOVE(ContactsService)
     virtual ~ContactsService() = default;
 
     /// Asks for access; hasAccess() then tells the answer.
     [[nodiscard]] virtual QCoro::Task<void> requestAccess();
     [[nodiscard]] virtual bool hasAccess() const;
+    /// All entries that go by that name, in the address book's order; none without access.
     [[nodiscard]] virtual QList<ResolvedContact> findContacts(const QString &name) const;
+
+private:
+    const Platform &m_platform;
+    AccessRequest m_access;
 };
 
 } // namespace dugwise

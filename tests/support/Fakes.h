@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/AccessPrompt.h"
+#include "Platform/ContactStore.h"
 #include "Platform/DesktopAppearance.h"
+#include "Platform/EventStore.h"
 #include "Platform/FolderPicker.h"
 #include "Platform/MetadataItem.h"
 #include "Platform/MetadataQueryCommand.h"
@@ -12,7 +15,9 @@
 #include "Platform/SystemLanguageModel.h"
 #include "Platform/Workspace.h"
 
+#include <QCoroFuture>
 #include <QHash>
+#include <QPromise>
 
 #include <algorithm>
 #include <atomic>
@@ -223,5 +228,72 @@ public:
         co_return choice;
     }
 };
+
+/// Gives the events that a test puts in, whatever the span, and keeps the spans.
+class FakeEventStore final : public EventStore
+{
+public:
+    QList<StoredEvent> events;
+    QStringList there = {QStringLiteral("a calendar")};
+    mutable QList<DateIntentParser::DateRange> spans;
+
+    [[nodiscard]] QList<StoredEvent>
+    eventsIn(const DateIntentParser::DateRange &span) const override
+    {
+        spans.append(span);
+        return events;
+    }
+    [[nodiscard]] QStringList sources() const override { return there; }
+};
+
+/// Gives the entries that a test puts in whose given name is asked for, and keeps the names.
+class FakeContactStore final : public ContactStore
+{
+public:
+    QList<StoredContact> contacts;
+    QStringList there = {QStringLiteral("an address book")};
+    mutable QStringList names;
+
+    [[nodiscard]] QList<StoredContact> contactsNamed(const QString &name) const override
+    {
+        names.append(name);
+        QList<StoredContact> found = contacts;
+        found.removeIf([&](const StoredContact &contact) { return contact.givenName != name; });
+        return found;
+    }
+    [[nodiscard]] QStringList sources() const override { return there; }
+};
+
+/// Answers as a test says, at once or when it lets go, and keeps what was asked for.
+class FakeAccessPrompt final : public AccessPrompt
+{
+public:
+    QHash<PersonalData, bool> answers; ///< to all else, none
+    std::shared_ptr<QPromise<void>> gate;
+    QList<PersonalData> asked;
+
+    [[nodiscard]] QCoro::Task<std::optional<bool>> ask(PersonalData data) override
+    {
+        asked.append(data);
+        std::optional<bool> answer;
+        if (answers.contains(data))
+            answer = answers[data];
+        if (const auto held = gate) {
+            const QFuture<void> opened = held->future();
+            co_await opened;
+        }
+        co_return answer;
+    }
+};
+
+/// Puts a new stand-in in a place of the platform or the services, and gives it to the test.
+template <typename Fake, typename Facility, typename... Arguments>
+Fake &install(std::unique_ptr<Facility> &place, Arguments &&...arguments)
+{
+    auto owned = std::make_unique<Fake>(std::forward<Arguments>(arguments)...);
+    Fake &fake = *owned;
+    place = std::move(owned);
+    return fake;
+}
 
 } // namespace dugwise::test

@@ -10,6 +10,9 @@
 #include <QPromise>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
+
+#include <atomic>
 
 using namespace Qt::StringLiterals;
 
@@ -26,7 +29,8 @@ class FakeModel final : public LLMServiceProtocol
 public:
     std::optional<ParsedSearchIntent> intent;
     bool isReversing = false;
-    /// Where set, the first request waits here before it is understood.
+    /// Where set, the next request waits here before it is understood, or a file before it is told
+    /// of.
     std::shared_ptr<QPromise<void>> gate;
     std::optional<DocumentInsightsResult> insights;
     QString seenText;
@@ -57,6 +61,10 @@ public:
         std::optional<DocumentInsightsResult> answer = insights;
         if (answer)
             answer->fileName = fileName;
+        if (const auto held = std::exchange(gate, nullptr)) {
+            const QFuture<void> opened = held->future();
+            co_await opened;
+        }
         co_return answer;
     }
     QCoro::Task<QList<SearchResult>> rerankResults(QString, QList<SearchResult> results) override
@@ -69,36 +77,71 @@ public:
     [[nodiscard]] QString statusLabel() const override { return u"AI: Fake"_s; }
 };
 
+/// Watches that a source is read beside the UI thread, and one thing at a time.
+class ReaderWatch
+{
+public:
+    mutable std::atomic<int> faults = 0;
+
+    void read() const
+    {
+        if (m_isReading.exchange(true) || QThread::currentThread() == qApp->thread())
+            ++faults;
+        QThread::msleep(2); // long enough for another to come by
+        m_isReading = false;
+    }
+
+private:
+    mutable std::atomic<bool> m_isReading = false;
+};
+
 class FakeCalendar final : public CalendarService
 {
 public:
+    using CalendarService::CalendarService;
+    bool isGranted = true;
     std::optional<DateRange> anchor;
     QList<CalendarSearchResult> events;
+    mutable QStringList seenNames;
+    mutable QList<std::optional<DateRange>> seenRanges;
+    ReaderWatch watch;
 
     QCoro::Task<void> requestAccess() override { co_return; }
-    [[nodiscard]] bool hasAccess() const override { return true; }
+    [[nodiscard]] bool hasAccess() const override { return isGranted; }
     [[nodiscard]] QList<CalendarSearchResult>
-    searchEvents(const QString &, const std::optional<DateRange> &) const override
+    searchEvents(const QString &, const std::optional<DateRange> &dateRange) const override
     {
+        watch.read();
+        seenRanges.append(dateRange);
         return events;
     }
-    [[nodiscard]] std::optional<DateRange> findDateAnchor(const QString &) const override
+    [[nodiscard]] std::optional<DateRange> findDateAnchor(const QString &text) const override
     {
+        watch.read();
+        seenNames.append(text);
         return anchor;
     }
 };
 
+/// Knows contacts by the names that a test gives them.
 class FakeContacts final : public ContactsService
 {
 public:
+    using ContactsService::ContactsService;
     bool isGranted = true;
-    QList<ResolvedContact> contacts;
+    QMultiHash<QString, ResolvedContact> contacts; ///< of one name, the last first
+    ReaderWatch watch;
 
     QCoro::Task<void> requestAccess() override { co_return; }
     [[nodiscard]] bool hasAccess() const override { return isGranted; }
-    [[nodiscard]] QList<ResolvedContact> findContacts(const QString &) const override
+    [[nodiscard]] QList<ResolvedContact> findContacts(const QString &name) const override
     {
-        return contacts;
+        watch.read();
+        return contacts.values(name);
+    }
+    void add(const QString &name, const QStringList &emails)
+    {
+        contacts.insert(name, {.fullName = name, .emails = emails, .phoneNumbers = {}});
     }
 };
 
@@ -107,11 +150,14 @@ class FakeMail final : public MailSearchService
 public:
     QList<MailSearchResult> mails;
     std::optional<QString> seenSender;
+    QList<std::optional<DateRange>> seenRanges;
 
-    QCoro::Task<QList<MailSearchResult>>
-    searchMail(QString, std::optional<QString> senderEmail, std::optional<DateRange>) override
+    QCoro::Task<QList<MailSearchResult>> searchMail(QString,
+                                                    std::optional<QString> senderEmail,
+                                                    std::optional<DateRange> dateRange) override
     {
         seenSender = senderEmail;
+        seenRanges.append(dateRange);
         co_return mails;
     }
 };
@@ -119,11 +165,12 @@ public:
 class FakeMessages final : public MessagesService
 {
 public:
+    bool isThere = true;
     QList<MessageSearchResult> messages;
     mutable QString seenQuery;
     mutable std::optional<QString> seenContact;
 
-    [[nodiscard]] bool isAccessible() const override { return true; }
+    [[nodiscard]] bool isAccessible() const override { return isThere; }
     [[nodiscard]] QList<MessageSearchResult> searchMessages(const QString &query,
                                                             const std::optional<QString> &contactID,
                                                             int limit) const override
@@ -166,32 +213,33 @@ private:
         FakeWorkspace *workspace = nullptr;
         std::unique_ptr<AppState> state;
 
-        Conversation()
+        /// Of sources that may all be read, or of none.
+        explicit Conversation(bool isAllowed = true)
         {
             home.platform.clock = Clock(kNow);
-            home.platform.metadataQueryCommand = adopt<FakeQueryCommand>(command);
-            home.platform.workspace = adopt<FakeWorkspace>(workspace);
+            command = &install<FakeQueryCommand>(home.platform.metadataQueryCommand);
+            workspace = &install<FakeWorkspace>(home.platform.workspace);
             AppServices services(home.platform);
-            services.llm = adopt<FakeModel>(model);
-            services.calendar = adopt<FakeCalendar>(calendar);
-            services.contacts = adopt<FakeContacts>(contacts);
-            services.mail = adopt<FakeMail>(mail);
-            services.messages = adopt<FakeMessages>(messages);
+            model = &install<FakeModel>(services.llm);
+            calendar = &install<FakeCalendar>(services.calendar, home.platform);
+            contacts = &install<FakeContacts>(services.contacts, home.platform);
+            mail = &install<FakeMail>(services.mail);
+            messages = &install<FakeMessages>(services.messages);
+            calendar->isGranted = contacts->isGranted = messages->isThere = isAllowed;
             state = std::make_unique<AppState>(home.platform, std::move(services));
+        }
+        /// Has the model wait, until what is returned is finished: a worker may well be done before
+        /// it is waited for, and all be answered at once.
+        [[nodiscard]] std::shared_ptr<QPromise<void>> holdModel() const
+        {
+            model->gate = std::make_shared<QPromise<void>>();
+            model->gate->start();
+            return model->gate;
         }
         void ask(const QString &request, const QList<IndexedFile> &files)
         {
             state->submitQuery(request, files);
             QTRY_VERIFY(!state->isSearching());
-        }
-
-    private:
-        template <typename T>
-        static std::unique_ptr<T> adopt(T *&observer)
-        {
-            auto owned = std::make_unique<T>();
-            observer = owned.get();
-            return owned;
         }
     };
 
@@ -238,6 +286,7 @@ private Q_SLOTS:
         chat.model->isReversing = true;
         QSignalSpy answered(chat.state.get(), &AppState::answered);
         const QList<IndexedFile> files{old(u"/d/budget.txt"_s), old(u"/d/budget budgets.txt"_s)};
+        const auto gate = chat.holdModel();
         chat.state->submitQuery(u"  budget\n"_s, files);
         QVERIFY(chat.state->isSearching());
         QCOMPARE(chat.state->messages().size(), 1);
@@ -245,7 +294,8 @@ private Q_SLOTS:
         QCOMPARE(chat.state->messages().first().content, u"budget"_s);
         QVERIFY(chat.state->lastResults().isEmpty());
 
-        QVERIFY(answered.wait());
+        gate->finish();
+        QTRY_COMPARE(answered.size(), 1);
         QVERIFY(!chat.state->isSearching());
         const ChatMessage &answer = chat.state->messages().last();
         QVERIFY(!answer.isUser);
@@ -307,26 +357,104 @@ private Q_SLOTS:
         QCOMPARE(results.first().file->path, u"/e/budgets 0.txt"_s);
     }
 
+    void accessIsAskedForOneAfterTheOther()
+    {
+        SampleHome home;
+        install<FakeEventStore>(home.platform.eventStore);
+        install<FakeContactStore>(home.platform.contactStore);
+        auto &prompt = install<FakeAccessPrompt>(home.platform.accessPrompt);
+        prompt.answers = {{PersonalData::calendar, false}, {PersonalData::contacts, true}};
+        prompt.gate = std::make_shared<QPromise<void>>();
+        const auto gate = prompt.gate;
+        gate->start();
+        const AppState state(home.platform, AppServices(home.platform));
+        QTRY_COMPARE(prompt.asked, QList{PersonalData::calendar});
+        QTest::qWait(20);
+        QCOMPARE(prompt.asked.size(), 1);
+        QVERIFY(!state.isStarted());
+        gate->finish();
+        QTRY_VERIFY(state.isStarted());
+        QCOMPARE(prompt.asked, QList({PersonalData::calendar, PersonalData::contacts}));
+        QVERIFY(!state.calendarEnabled());
+        QVERIFY(state.contactsEnabled());
+    }
+
+    void peopleEnrichTheIntent_data()
+    {
+        QTest::addColumn<QStringList>("people");
+        QTest::addColumn<bool>("isAllowed");
+        QTest::addColumn<bool>("hasRange");
+        QTest::addColumn<double>("score"); // three for the folder, eight for the day
+        QTest::addColumn<QString>("sender");
+        QTest::addColumn<QString>("contact");
+        const auto row = [](const char *name,
+                            const QStringList &people,
+                            bool isAllowed,
+                            bool hasRange,
+                            double score,
+                            const QString &sender,
+                            const QString &contact) {
+            QTest::newRow(name) << people << isAllowed << hasRange << score << sender << contact;
+        };
+        const QString sarah = u"sarah@acme.example"_s;
+        row("an address and a meeting", {u"Sarah"_s}, true, false, 11, sarah, sarah);
+        row("a range of its own", {u"Sarah"_s}, true, true, 3, sarah, sarah);
+        row("the second person's", {u"Idris"_s, u"Sarah"_s}, true, false, 11, sarah, sarah);
+        row("nobody's", {u"Idris"_s}, true, false, 8, u""_s, u"Idris"_s);
+        row("not allowed", {u"Sarah"_s}, false, false, 0, u""_s, u""_s);
+        row("no people", {}, true, false, 0, u""_s, u""_s);
+    }
     void peopleEnrichTheIntent()
     {
-        Conversation chat;
-        chat.model->intent = ParsedSearchIntent{
-            .keywords = {u"plan"_s}, .personNames = {u"Sarah"_s}, .wantsCrossApp = true};
-        chat.contacts->contacts = {{.fullName = u"Sarah"_s, .emails = {}, .phoneNumbers = {}},
-                                   {.fullName = u"Sarah Lee"_s,
-                                    .emails = {u"sarah@acme.example"_s, u"odd@"_s},
-                                    .phoneNumbers = {}}};
+        QFETCH(QStringList, people);
+        QFETCH(bool, isAllowed);
+        QFETCH(bool, hasRange);
+        Conversation chat(isAllowed);
+        chat.contacts->add(u"Sarah"_s, {u"sarah@acme.example"_s, u"odd@"_s});
+        chat.contacts->add(u"Sarah"_s, {}); // comes first
         chat.calendar->anchor = DateRange{kNow - 301 * kDay, kNow - 299 * kDay};
-        chat.ask(u"plan"_s, {old(u"/acme.example/letter.txt"_s)});
-        // Three points for the folder and eight for the day of the meeting.
-        QCOMPARE(chat.state->lastResults().first().relevanceScore, 11.0);
-        QCOMPARE(chat.mail->seenSender, std::optional(u"sarah@acme.example"_s));
-        QCOMPARE(chat.messages->seenContact, chat.mail->seenSender);
-        QCOMPARE(chat.messages->seenQuery, u"plan"_s);
+        chat.model->intent = ParsedSearchIntent{
+            .keywords = {u"plan"_s}, .personNames = people, .wantsCrossApp = true};
+        if (hasRange)
+            chat.model->intent->dateRange = DateRange{kNow - 2 * kDay, kNow};
+        chat.ask(u"the plan"_s, {old(u"/acme.example/letter.txt"_s)});
+        const QList<SearchResult> results = chat.state->lastResults();
+        QTEST(results.isEmpty() ? 0 : results.first().relevanceScore, "score");
+        QTEST(chat.mail->seenSender.value_or(QString()), "sender");
+        QTEST(chat.messages->seenContact.value_or(QString()), "contact");
+        QCOMPARE(chat.messages->seenQuery, isAllowed ? u"plan"_s : u""_s);
+        QCOMPARE(chat.calendar->seenNames, isAllowed ? people.mid(0, 1) : QStringList());
+        // The days of the meeting are for the files alone.
+        const QList<std::optional<DateRange>> ranges{chat.model->intent->dateRange};
+        QVERIFY(chat.mail->seenRanges == ranges);
+        QCOMPARE(chat.calendar->seenRanges.size(), isAllowed ? 1 : 0);
+        QVERIFY(!isAllowed || chat.calendar->seenRanges == ranges);
+    }
 
-        chat.model->intent->dateRange = DateRange{kNow - 2 * kDay, kNow};
-        chat.ask(u"plan"_s, {old(u"/acme.example/letter.txt"_s)});
-        QCOMPARE(chat.state->lastResults().first().relevanceScore, 3.0);
+    void filesAloneAskNoOtherSource()
+    {
+        Conversation chat;
+        chat.contacts->add(u"Sarah"_s, {u"sarah@acme.example"_s});
+        chat.model->intent = ParsedSearchIntent{.personNames = {u"Sarah"_s}};
+        chat.ask(u"from Sarah"_s, {old(u"/acme.example/letter.txt"_s)});
+        QCOMPARE(chat.state->lastResults().size(), 1);
+        QVERIFY(chat.mail->seenRanges.isEmpty());
+        QVERIFY(chat.messages->seenQuery.isEmpty());
+        QVERIFY(chat.calendar->seenRanges.isEmpty());
+        QVERIFY(chat.state->lastCrossAppResults().isEmpty());
+    }
+
+    void sourcesAreReadInWorkersOneThingAtATime()
+    {
+        Conversation chat;
+        chat.model->intent =
+            ParsedSearchIntent{.personNames = {u"Sarah"_s, u"Idris"_s}, .wantsCrossApp = true};
+        for (int i = 0; i < 8; ++i)
+            chat.state->submitQuery(u"anything"_s, {});
+        QTRY_COMPARE(chat.state->messages().size(), 16);
+        QCOMPARE(chat.calendar->seenRanges.size(), 8);
+        QCOMPARE(chat.calendar->watch.faults.load(), 0);
+        QCOMPARE(chat.contacts->watch.faults.load(), 0);
     }
 
     void otherSourcesAreAskedInOrderAndCut()
@@ -354,10 +482,9 @@ private Q_SLOTS:
         QCOMPARE(results[10].subtitle, QString());
         QCOMPARE(chat.model->seenCrossAppResults, results);
         QVERIFY(!chat.mail->seenSender);
-
-        chat.model->intent = ParsedSearchIntent{.keywords = {u"anything"_s}};
-        chat.ask(u"anything"_s, {});
-        QVERIFY(chat.state->lastCrossAppResults().isEmpty());
+        QVERIFY(!chat.messages->seenContact);
+        QCOMPARE(chat.calendar->seenRanges.size(), 1);
+        QVERIFY(!chat.calendar->seenRanges[0]);
     }
 
     void aCommandOpensAFile()
@@ -389,9 +516,11 @@ private Q_SLOTS:
         writeFile(file, QByteArray("word ").repeated(2000));
         chat.model->insights = DocumentInsightsResult{.summary = u"Sums."_s};
         chat.ask(u"budget"_s, {old(file), old(u"/d/budget.bin"_s)});
+        const auto gate = chat.holdModel();
         chat.state->submitQuery(u"tell me about #1"_s, {});
         QVERIFY(chat.state->isSearching());
         QCOMPARE(chat.state->selectedResult(), std::optional(chat.state->lastResults()[0]));
+        gate->finish();
         QTRY_VERIFY(!chat.state->isSearching());
         const ChatMessage answer = chat.state->messages().last();
         QVERIFY(answer.content.startsWith(u"Here's what I found in **budget.txt**:"_s));
@@ -416,8 +545,10 @@ private Q_SLOTS:
         const QString file = chat.home.path(u"budget.txt"_s);
         writeFile(file, "words");
         chat.model->insights = DocumentInsightsResult{.summary = u"Sums."_s};
+        const auto gate = chat.holdModel();
         chat.state->generatePreviewInsights(old(file));
         QVERIFY(chat.state->isGeneratingInsights());
+        gate->finish();
         QTRY_VERIFY(!chat.state->isGeneratingInsights());
         QCOMPARE(chat.state->previewInsights()->summary, u"Sums."_s);
         chat.state->generatePreviewInsights(old(u"/d/missing.txt"_s));
@@ -449,9 +580,7 @@ private Q_SLOTS:
     void twoRequestsMayAnswerOutOfOrder()
     {
         Conversation chat;
-        chat.model->gate = std::make_shared<QPromise<void>>();
-        const auto gate = chat.model->gate;
-        gate->start();
+        const auto gate = chat.holdModel();
         chat.state->submitQuery(u"first"_s, {});
         chat.ask(u"second"_s, {});
         QCOMPARE(chat.state->messages().last().content, u"answer to second"_s);
@@ -470,6 +599,15 @@ private Q_SLOTS:
             chat.state->submitQuery(u"never answered"_s, {});
         }
         gate->finish();
+        QTest::qWait(0);
+        {
+            Conversation chat;
+            chat.model->intent = ParsedSearchIntent{
+                .keywords = {u"x"_s}, .personNames = {u"Sarah"_s}, .wantsCrossApp = true};
+            chat.state->submitQuery(u"people looked up while it goes"_s, {});
+            chat.model->intent->personNames.clear();
+            chat.state->submitQuery(u"messages searched while it goes"_s, {});
+        }
         QTest::qWait(0);
         {
             Conversation chat;
