@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Application/SelfTest.h"
+#include "CommandLine/Access.h"
 #include "CommandLine/CommandLine.h"
+#include "CommandLine/TerminalAccessPrompt.h"
 #include "DugwiseApp.h"
 #include "Platform/Platform.h"
 #include "Platform/SystemFacilities.h"
@@ -124,6 +126,11 @@ int main(int argc, char *argv[])
 
     const QCoreApplication application(argc, argv);
     Platform platform(StandardFolders::ofUser());
+    using Command = Arguments::Command;
+    const Command command = arguments->command;
+    if (command == Command::accessList || command == Command::accessGrant
+        || command == Command::accessDeny)
+        return runAccess(platform, *arguments);
     addSystemFacilities(platform);
     std::FILE *const log = answersOnStandardOutput(arguments->command) ? stderr : stdout;
     platform.log = [log](const QString &line) {
@@ -138,6 +145,8 @@ int main(int argc, char *argv[])
         platform.metadataQueryCommand.reset();
     if (!arguments->useModel)
         platform.languageModel.reset();
+    if (command == Command::ask || command == Command::chat)
+        platform.accessPrompt = std::make_unique<TerminalAccessPrompt>();
     DugwiseApp app(platform);
     const auto networkMonitor = [&app]() -> NetworkMonitor & { return app.networkMonitor(); };
     CommandLine commandLine(platform, app.appState(), app.fileIndexer(), networkMonitor);

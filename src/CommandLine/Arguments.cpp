@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CommandLine/Arguments.h"
 
+#include "Services/AccessRequest.h"
+
 #include <QDir>
 #include <QHash>
 
@@ -101,6 +103,27 @@ Outcome<Arguments> parseFolders(Arguments arguments, const Words &words)
     return withoutOptions(arguments, words, 3);
 }
 
+Outcome<Arguments> parseAccess(Arguments arguments, const Words &words)
+{
+    const QString action = words.plain.value(1, u"list"_s);
+    if (action == "list"_L1) {
+        arguments.command = Arguments::Command::accessList;
+        return withoutOptions(arguments, words, 2);
+    }
+    const bool isGrant = action == "grant"_L1;
+    if (!isGrant && action != "deny"_L1)
+        return Failure{u"access knows list, grant SOURCE and deny SOURCE, not: %1"_s.arg(action)};
+    const QString name = words.plain.value(2);
+    const std::optional<PersonalData> source = personalDataNamed(name);
+    if (!source) {
+        const QString given = name.isEmpty() ? u""_s : u", not: "_s + name;
+        return Failure{u"access %1 needs calendar or contacts%2"_s.arg(action, given)};
+    }
+    arguments.command = isGrant ? Arguments::Command::accessGrant : Arguments::Command::accessDeny;
+    arguments.source = *source;
+    return withoutOptions(arguments, words, 3);
+}
+
 Outcome<Arguments> parsePreview(Arguments arguments, const Words &words)
 {
     const QString file = words.plain.value(1);
@@ -155,6 +178,8 @@ Outcome<Arguments> parseArguments(const QStringList &all)
     }
     if (command == "folders"_L1)
         return parseFolders(arguments, words);
+    if (command == "access"_L1)
+        return parseAccess(arguments, words);
     if (command == "preview"_L1)
         return parsePreview(arguments, words);
     if (command == "index"_L1 || command == "status"_L1) {
@@ -176,11 +201,16 @@ QString helpText()
   dugwise index                        walk every folder again
   dugwise preview FILE                 the text of a file
   dugwise status                       what is indexed, what is on, and why not
+  dugwise access [list | grant SOURCE | deny SOURCE]
+                                       what may be read: SOURCE is calendar or contacts
   dugwise --self-test [DIR]            whether the window works here; a picture of each state in DIR
   dugwise --help | --version
 
 A request for the window goes to the one that is open, if there is one. Write -- before a request
 that begins with a dash or with the name of a command.
+
+Calendar and contacts are read only after you have said yes, once: the window asks, and so do ask and
+chat on a terminal. dugwise access shows your answers and changes them, from the next start on.
 
 Options of ask and chat:
   --json               one JSON object a request, on one line

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/AccessPrompt.h"
 #include "Utilities/Outcome.h"
 
 #include <QString>
@@ -22,15 +23,19 @@ struct Arguments
         index,
         preview,
         status,
+        accessList,
+        accessGrant,
+        accessDeny,
         selfTest,
         help,
         version,
     };
 
     Command command = Command::window;
-    QString request;  ///< of ask, and of the window, where it may be empty
-    QString folder;   ///< of folders add and folders remove: absolute
-    QString file;     ///< of preview: absolute
+    QString request; ///< of ask, and of the window, where it may be empty
+    QString folder;  ///< of folders add and folders remove: absolute
+    QString file;    ///< of preview: absolute
+    PersonalData source = PersonalData::calendar; ///< of access grant and access deny
     QString pictures; ///< of the self-test: an absolute folder, or empty
     bool json = false;
     bool useSemantic = true;

@@ -101,6 +101,9 @@ int CommandLine::carryOut(const Arguments &arguments)
         return status();
     case Arguments::Command::window:
     case Arguments::Command::preview:
+    case Arguments::Command::accessList:
+    case Arguments::Command::accessGrant:
+    case Arguments::Command::accessDeny:
     case Arguments::Command::selfTest:
     case Arguments::Command::help:
     case Arguments::Command::version:
@@ -117,8 +120,9 @@ void CommandLine::waitUntilSettled()
 
 void CommandLine::waitUntilReady()
 {
-    waitUntilSettled();
+    // The person may be asked something first, and no bar is to be drawn over that.
     waitUntil(m_appState, &AppState::started, [&] { return m_appState.isStarted(); });
+    waitUntilSettled();
     if (m_fileIndexer.indexedFiles().isEmpty() && isTerminal(STDERR_FILENO))
         complain(u"the index is empty; `dugwise index` walks the folders again"_s);
 }
@@ -248,6 +252,9 @@ bool answersOnStandardOutput(Arguments::Command command)
     case Arguments::Command::foldersList:
     case Arguments::Command::preview:
     case Arguments::Command::status:
+    case Arguments::Command::accessList:
+    case Arguments::Command::accessGrant:
+    case Arguments::Command::accessDeny:
         return true;
     default:
         return false;

@@ -7,6 +7,7 @@
 #include "Platform/MetadataSearchServices.h"
 #include "Platform/Platform.h"
 #include "Platform/Sandbox.h"
+#include "Services/AccessRequest.h"
 #include "Services/FileIndexer.h"
 #include "Services/NetworkMonitor.h"
 #include "Utilities/Formatters.h"
@@ -108,6 +109,43 @@ QString messagesState(const Platform &platform)
     return (platform.messageStore->isReadable() ? u"on: "_s : u"off: "_s) + what;
 }
 
+/// The state of what is read only after a yes. `bringer` says what would give it a source.
+QString personalState(const Platform &platform,
+                      PersonalData data,
+                      const QStringList &sources,
+                      const QString &bringer)
+{
+    if (sources.isEmpty())
+        return u"off: none found; %1 would be read"_s.arg(bringer);
+    const std::optional<bool> answer = accessAnswer(platform.userDefaults, data);
+    if (answer.value_or(false)) {
+        QStringList lines;
+        for (const QString &source : sources)
+            lines.append(printable(source));
+        return u"on: "_s + lines.join(u", "_s);
+    }
+    const QString why = answer ? u"denied"_s : u"not asked yet"_s;
+    return u"off: %1; `dugwise access grant %2` turns it on"_s.arg(why, nameOf(data));
+}
+
+QString calendarState(const Platform &platform)
+{
+    return personalState(
+        platform,
+        PersonalData::calendar,
+        platform.eventStore ? platform.eventStore->sources() : QStringList(),
+        u"Evolution's and Thunderbird's calendars, and .ics files in ~/.calendars"_s);
+}
+
+QString contactsState(const Platform &platform)
+{
+    return personalState(
+        platform,
+        PersonalData::contacts,
+        platform.contactStore ? platform.contactStore->sources() : QStringList(),
+        u"Evolution's and Thunderbird's address books, and .vcf files in ~/.contacts"_s);
+}
+
 QString networkState(const NetworkMonitor &monitor)
 {
     const QString connected = monitor.isConnected() ? u"connected"_s : u"not connected"_s;
@@ -133,8 +171,8 @@ QString statusText(const Platform &platform,
            + line(u"whole machine"_s, machineSearchState(platform)) + u"Data sources\n"_s
            + line(u"mail"_s, onOrWhyNot(false, notYet))
            + line(u"messages"_s, messagesState(platform))
-           + line(u"calendar"_s, onOrWhyNot(appState.calendarEnabled(), notYet))
-           + line(u"contacts"_s, onOrWhyNot(appState.contactsEnabled(), notYet)) + u"Network\n"_s
+           + line(u"calendar"_s, calendarState(platform))
+           + line(u"contacts"_s, contactsState(platform)) + u"Network\n"_s
            + line(u"connections"_s,
                   u"to a model server on this machine at most; nothing leaves it"_s)
            + line(u"this machine"_s, networkState(networkMonitor));

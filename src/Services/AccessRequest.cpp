@@ -29,6 +29,15 @@ QString nameOf(PersonalData data)
     return data == PersonalData::calendar ? u"calendar"_s : u"contacts"_s;
 }
 
+std::optional<PersonalData> personalDataNamed(const QString &name)
+{
+    for (const PersonalData data : kAllPersonalData) {
+        if (nameOf(data) == name)
+            return data;
+    }
+    return std::nullopt;
+}
+
 std::optional<bool> accessAnswer(const UserDefaults &defaults, PersonalData data)
 {
     const QStringList stored = defaults.stringList(keyOf(data)).value_or(QStringList());

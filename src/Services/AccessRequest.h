@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QThreadPool>
 
+#include <array>
 #include <functional>
 #include <optional>
 
@@ -18,8 +19,11 @@ namespace dugwise {
 struct Platform;
 class UserDefaults;
 
+inline constexpr std::array kAllPersonalData{PersonalData::calendar, PersonalData::contacts};
+
 /// "calendar" or "contacts".
 [[nodiscard]] QString nameOf(PersonalData data);
+[[nodiscard]] std::optional<PersonalData> personalDataNamed(const QString &name);
 
 /// What the person has answered so far; absent until they have.
 [[nodiscard]] std::optional<bool> accessAnswer(const UserDefaults &defaults, PersonalData data);

@@ -407,6 +407,33 @@ private Q_SLOTS:
         QVERIFY(!status.out.contains("Unknown"));
     }
 
+    void accessIsGrantedAndDenied()
+    {
+        const QByteArray before = "calendar  not asked yet\ncontacts  not asked yet\n";
+        QCOMPARE(run({u"access"_s}).out, before);
+        const QByteArray after = "calendar  granted\ncontacts  denied\n";
+        QCOMPARE(run({u"access"_s, u"grant"_s, u"calendar"_s}).exitCode, 0);
+        const Outcome denied = run({u"access"_s, u"deny"_s, u"contacts"_s});
+        QCOMPARE(denied.out, after);
+        QVERIFY(denied.err.isEmpty());
+        QVERIFY(run({u"ask"_s, u"anything"_s}).err.isEmpty());
+        QCOMPARE(run({u"access"_s, u"list"_s}).out, after);
+        const QString defaults = path(u".config/Dugwise/Dugwise.ini"_s);
+        QCOMPARE(QFile::permissions(defaults) & 0x077, QFile::Permissions());
+        for (const QString &words : {u"allow"_s,
+                                     u"grant"_s,
+                                     u"deny mail"_s,
+                                     u"grant calendar contacts"_s,
+                                     u"list calendar"_s,
+                                     u"list --json"_s}) {
+            const Outcome misuse = run(QStringList{u"access"_s} + words.split(u' '));
+            QCOMPARE(misuse.exitCode, 2);
+            QVERIFY(misuse.out.isEmpty());
+            QCOMPARE(misuse.err.count('\n'), 1);
+        }
+        QCOMPARE(run({u"access"_s, u"list"_s}).out, after);
+    }
+
     void misuseEndsWithTwo()
     {
         const Outcome misuse = run({u"ask"_s, u"--quickly"_s, u"x"_s});
