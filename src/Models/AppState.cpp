@@ -193,14 +193,14 @@ AppState::performFileSearch(QString query,
     QList<SearchResult> results;
     if (intent && !intent->personNames.isEmpty()) {
         // What calendar and contacts know about the people whom the request names.
-        const QFuture<std::optional<DateIntentParser::DateRange>> finding =
-            m_crossApp.findDateAnchor(intent->personNames.first(), access());
-        const std::optional<DateIntentParser::DateRange> anchor = co_await finding;
+        if (!intent->dateRange) {
+            const QFuture<std::optional<DateIntentParser::DateRange>> finding =
+                m_crossApp.findDateAnchor(intent->personNames.first(), access());
+            intent->dateRange = co_await finding;
+        }
         const QStringList addresses = co_await emails;
         if (!self)
             co_return results;
-        if (!intent->dateRange)
-            intent->dateRange = anchor;
         intent->keywords.append(domainsOf(addresses));
     }
     const QFuture<QList<SearchResult>> indexSearch = search(query, intent, files);
