@@ -5,18 +5,20 @@
 #include "Platform/FileDescriptor.h"
 #include "Platform/ParserProtocol.h"
 
+#include <QByteArray>
 #include <QDeadlineTimer>
 #include <QString>
 
 #include <sys/types.h>
 
+#include <array>
 #include <optional>
 #include <stop_token>
 
 namespace dugwise {
 
-/// A running dugwise-extract: reads documents in a sandbox, one at a time. Belongs to one thread,
-/// and dies with it.
+/// A running dugwise-extract: reads documents or mail in a sandbox, one at a time. Belongs to one
+/// thread, and dies with it.
 class ParserProcess
 {
 public:
@@ -31,8 +33,13 @@ public:
         QString text;
     };
 
+    enum class Service {
+        documents,
+        mail,
+    };
+
     /// Starts the program and waits for its greeting; it has died when that does not come.
-    ParserProcess(const QString &program, const std::stop_token &stop);
+    ParserProcess(const QString &program, Service service, const std::stop_token &stop);
     Q_DISABLE_COPY_MOVE(ParserProcess)
     ~ParserProcess();
 
@@ -49,8 +56,22 @@ public:
     /// Lets go of the file.
     void close();
 
+    /// Hands it a file of messages (ParserProtocol::MessageSize); false when it is not running any
+    /// more. `deadline` is for all of them.
+    [[nodiscard]] bool openMessages(const FileDescriptor &file,
+                                    std::uint32_t count,
+                                    QDeadlineTimer deadline,
+                                    const std::stop_token &stop);
+    struct Message
+    {
+        std::int64_t date; ///< seconds since 1970, or ParserProtocol::MessageReply::kNoDate
+        std::array<QByteArray, ParserProtocol::kMessageTexts> texts;
+    };
+    /// The next of them, as many as were handed over. Absent when it is not running any more.
+    [[nodiscard]] std::optional<Message> nextMessage();
+
 private:
-    [[nodiscard]] bool start(const QString &program);
+    [[nodiscard]] bool start(const QString &program, Service service);
     [[nodiscard]] bool send(const ParserProtocol::Request &request, int file = -1);
     [[nodiscard]] std::optional<Answer> receive();
     [[nodiscard]] bool receiveAll(void *data, std::size_t size);

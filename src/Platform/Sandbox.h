@@ -11,10 +11,10 @@ namespace dugwise::Sandbox {
 [[nodiscard]] bool isAvailable();
 
 /// Confines this process, for good: it can read what it has open, write to its sockets and to
-/// standard error, have up to a gigabyte of memory, and read below `readableFolder`. It cannot open
-/// anything else, write a file, run a program, start a process, or make a socket; trying most of
-/// that kills it, and it dies with the thread that started it. False when any part of that is not
-/// to be had here.
+/// standard error, have up to a gigabyte of memory, and read below `readableFolder` if there is
+/// such a folder. It cannot open anything else, write a file, run a program, start a process, or
+/// make a socket; trying most of that kills it, and it dies with the thread that started it. False
+/// when any part of that is not to be had here.
 [[nodiscard]] bool confine(const char *readableFolder);
 
 } // namespace dugwise::Sandbox

@@ -30,9 +30,13 @@ constexpr std::chrono::milliseconds kGlance{50};
 /// Processor time for one document: more than the deadline, which ends it first, unless the
 /// program is stopped itself.
 constexpr rlim_t kProcessorSeconds = 10;
+/// Bytes of a message's texts together, with some more: each is cut behind a whole character.
+constexpr qsizetype kLargestMessageReply =
+    ParserProtocol::kMostBody
+    + ParserProtocol::kMessageTexts * (ParserProtocol::kMostMessageText + 16);
 
 /// Starts `program` in a process group of its own, with nothing but `socket` open.
-std::optional<pid_t> spawn(const QByteArray &program, int socket)
+std::optional<pid_t> spawn(const QByteArray &program, QByteArray argument, int socket)
 {
     posix_spawn_file_actions_t files;
     posix_spawnattr_t attributes;
@@ -45,7 +49,8 @@ std::optional<pid_t> spawn(const QByteArray &program, int socket)
     ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
     ::posix_spawnattr_setpgroup(&attributes, 0);
     QByteArray name = program;
-    const std::array<char *, 2> arguments{name.data(), nullptr};
+    const std::array<char *, 3> arguments{
+        name.data(), argument.isEmpty() ? nullptr : argument.data(), nullptr};
     std::array<char *, 1> environment{nullptr};
     pid_t process = -1;
     const int failure = ::posix_spawn(
@@ -70,11 +75,11 @@ void grantProcessorTime(pid_t process)
 
 } // namespace
 
-ParserProcess::ParserProcess(const QString &program, const std::stop_token &stop)
+ParserProcess::ParserProcess(const QString &program, Service service, const std::stop_token &stop)
     : m_deadline(kGreetingTime)
     , m_stop(stop)
 {
-    if (!start(program))
+    if (!start(program, service))
         return;
     m_state = State::running;
     if (const std::optional<Answer> greeting = receive())
@@ -104,7 +109,7 @@ std::optional<ParserProcess::Answer> ParserProcess::page(int page)
 {
     const ParserProtocol::Request request{
         .subject = ParserProtocol::Subject::page,
-        .page = static_cast<std::uint32_t>(page),
+        .number = static_cast<std::uint32_t>(page),
     };
     if (m_state != State::running || !send(request))
         return std::nullopt;
@@ -117,14 +122,52 @@ void ParserProcess::close()
         const bool isSent = send({.subject = ParserProtocol::Subject::close});
 }
 
-bool ParserProcess::start(const QString &program)
+bool ParserProcess::openMessages(const FileDescriptor &file,
+                                 std::uint32_t count,
+                                 QDeadlineTimer deadline,
+                                 const std::stop_token &stop)
+{
+    m_deadline = deadline;
+    m_stop = stop;
+    if (m_state != State::running)
+        return false;
+    grantProcessorTime(m_process);
+    return send({.subject = ParserProtocol::Subject::messages, .number = count}, file.get());
+}
+
+std::optional<ParserProcess::Message> ParserProcess::nextMessage()
+{
+    ParserProtocol::MessageReply reply;
+    if (m_state != State::running || !receiveAll(&reply, sizeof reply))
+        return std::nullopt;
+    qsizetype size = 0;
+    for (const std::uint32_t part : reply.sizes)
+        size += part;
+    if (size > kLargestMessageReply) { // no parser of ours any more
+        end(State::died);
+        return std::nullopt;
+    }
+    QByteArray texts(size, Qt::Uninitialized);
+    if (!receiveAll(texts.data(), static_cast<std::size_t>(size)))
+        return std::nullopt;
+    Message message{.date = reply.date};
+    qsizetype at = 0;
+    for (std::size_t i = 0; i < ParserProtocol::kMessageTexts; ++i) {
+        message.texts.at(i) = texts.sliced(at, reply.sizes.at(i));
+        at += reply.sizes.at(i);
+    }
+    return message;
+}
+
+bool ParserProcess::start(const QString &program, Service service)
 {
     std::array<int, 2> ends{};
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
         return false;
     m_socket = FileDescriptor(ends[0]);
     const FileDescriptor theirs(ends[1]);
-    const std::optional<pid_t> process = spawn(QFile::encodeName(program), theirs.get());
+    const QByteArray argument = service == Service::mail ? "mail" : "";
+    const std::optional<pid_t> process = spawn(QFile::encodeName(program), argument, theirs.get());
     m_process = process.value_or(-1);
     return process.has_value();
 }

@@ -108,7 +108,8 @@ ParserProcess &SandboxedPDFReader::parserOfThisThread(const std::stop_token &sto
 {
     std::shared_ptr<ParserProcess> &parser = m_parsers.localData();
     if (!parser || parser->state() != ParserProcess::State::running)
-        parser = std::make_shared<ParserProcess>(m_program, stop);
+        parser =
+            std::make_shared<ParserProcess>(m_program, ParserProcess::Service::documents, stop);
     return *parser;
 }
 

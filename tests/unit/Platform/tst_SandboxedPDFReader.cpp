@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/SandboxedPDFReader.h"
+#include "support/ParserProcesses.h"
 #include "support/SampleFiles.h"
 #include "support/SamplePDF.h"
 
@@ -12,38 +13,12 @@
 #include <sys/stat.h>
 
 #include <atomic>
-#include <csignal>
 #include <future>
 #include <vector>
 
 using namespace Qt::StringLiterals;
 
 namespace dugwise::test {
-
-namespace {
-
-/// The processes that were started from this one, also from its threads.
-QList<pid_t> parsers()
-{
-    QList<pid_t> processes;
-    for (const QString &thread :
-         QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        for (const QByteArray &process :
-             readFile(u"/proc/self/task/%1/children"_s.arg(thread)).split(' ')) {
-            if (const int number = process.toInt())
-                processes.append(number);
-        }
-    }
-    return processes;
-}
-
-void signalParsers(int signal)
-{
-    for (const pid_t process : parsers())
-        ::kill(process, signal);
-}
-
-} // namespace
 
 class TstSandboxedPDFReader : public QObject
 {

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Utilities/FoldedText.h"
 #include "Utilities/Text.h"
 
 #include <QTest>
@@ -51,6 +52,26 @@ class TstText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void folds_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("ASCII") << u"Budget REVIEW [2]!"_s << u"budget review [2]!"_s;
+        QTest::newRow("German") << u"GRÖSSE Größe"_s << u"grosse grosse"_s;
+        QTest::newRow("in one piece or several") << u"é e\u0301 \u1E9B\u0323 ế"_s << u"e e s e"_s;
+        QTest::newRow("Greek") << u"ΆΣΑΣ άσας"_s << u"ασασ ασασ"_s;
+        QTest::newRow("Turkish") << u"İIı"_s << u"iiı"_s;
+        QTest::newRow("Cyrillic") << u"ЙЁ"_s << u"ие"_s;
+        QTest::newRow("beyond the first plane") << u"𐐀👩🏽"_s << u"𐐨👩🏽"_s;
+        QTest::newRow("only a mark") << u"\u0301"_s << u""_s;
+    }
+    void folds()
+    {
+        QFETCH(QString, text);
+        QTEST(QString::fromStdString(folded(text.toStdString())), "expected");
+        QTEST(QString::fromStdString(folded(folded(text.toStdString()))), "expected");
+    }
+
     void lowerCasesEveryCodePoint()
     {
         for (UChar32 codePoint = 0; codePoint <= 0x10FFFF; ++codePoint) {
