@@ -12,13 +12,14 @@
 #include <sys/types.h>
 
 #include <array>
+#include <chrono>
 #include <optional>
 #include <stop_token>
 
 namespace dugwise {
 
-/// A running dugwise-extract: reads documents or mail in a sandbox, one at a time. Belongs to one
-/// thread, and dies with it.
+/// A running dugwise-extract or dugwise-agenda: reads documents or mail in a sandbox, one at a
+/// time. Belongs to one thread, and dies with it.
 class ParserProcess
 {
 public:
@@ -33,13 +34,18 @@ public:
         QString text;
     };
 
+    static constexpr std::chrono::seconds kGreetingTime{5};
+
     enum class Service {
         documents,
         mail,
     };
 
-    /// Starts the program and waits for its greeting; it has died when that does not come.
-    ParserProcess(const QString &program, Service service, const std::stop_token &stop);
+    /// Starts the program and waits for its greeting; it has died when that does not come in time.
+    ParserProcess(const QString &program,
+                  Service service,
+                  const std::stop_token &stop,
+                  QDeadlineTimer greetingDeadline = QDeadlineTimer(kGreetingTime));
     Q_DISABLE_COPY_MOVE(ParserProcess)
     ~ParserProcess();
 

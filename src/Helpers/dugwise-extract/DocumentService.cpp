@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Helpers/dugwise-extract/Channel.h"
+#include "Helpers/ParserSocket.h"
 #include "Helpers/dugwise-extract/Document.h"
 #include "Helpers/dugwise-extract/Service.h"
 #include "Platform/Sandbox.h"
@@ -9,7 +9,6 @@
 #include <poppler-global.h>
 #include <poppler-version.h>
 
-#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -26,11 +25,9 @@ constexpr const char *kPopplerData = "/usr/share/poppler";
 
 bool send(std::int32_t result, const poppler::ustring &text = {})
 {
-    const std::size_t length = std::min<std::size_t>(text.size(), kMostText);
-    const Reply reply{result, static_cast<std::uint32_t>(length)};
     static_assert(sizeof(poppler::ustring::value_type) == sizeof(char16_t));
-    return Channel::sendAll(&reply, sizeof reply)
-           && Channel::sendAll(text.data(), length * sizeof(char16_t));
+    return ParserSocket::send(result,
+                              {reinterpret_cast<const char16_t *>(text.data()), text.size()});
 }
 
 bool sendPage(const std::optional<Document> &document, int page)
@@ -49,9 +46,9 @@ bool serveDocuments()
         return false;
     poppler::set_debug_error_function([](const std::string &, void *) {}, nullptr);
     std::optional<Document> document;
-    bool isHeard = Channel::greet("poppler " + poppler::version_string());
+    bool isHeard = ParserSocket::greet("poppler " + poppler::version_string());
     while (isHeard) {
-        std::optional<Channel::Received> received = Channel::receive();
+        std::optional<ParserSocket::Received> received = ParserSocket::receive();
         if (!received)
             break;
         switch (received->request.subject) {

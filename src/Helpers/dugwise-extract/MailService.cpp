@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Helpers/dugwise-extract/Channel.h"
+#include "Helpers/ParserSocket.h"
 #include "Helpers/dugwise-extract/MailMessage.h"
 #include "Helpers/dugwise-extract/Service.h"
 #include "Platform/Sandbox.h"
@@ -59,10 +59,10 @@ bool send(const MailMessage &message)
         bytes += message.texts.at(i);
     }
     std::memcpy(bytes.data(), &reply, sizeof reply);
-    return Channel::sendAll(bytes.data(), bytes.size());
+    return ParserSocket::sendAll(bytes.data(), bytes.size());
 }
 
-bool sendMessages(const Channel::Received &received)
+bool sendMessages(const ParserSocket::Received &received)
 {
     const Mapping file = map(received.file);
     std::string_view content(file.get(), file ? file.get_deleter().size : 0);
@@ -79,11 +79,11 @@ bool serveMail()
     MailMessage::makeReady();
     if (!Sandbox::confine(""))
         return false;
-    bool isHeard = Channel::greet("gmime " + std::to_string(gmime_major_version) + '.'
-                                  + std::to_string(gmime_minor_version) + '.'
-                                  + std::to_string(gmime_micro_version));
+    bool isHeard = ParserSocket::greet("gmime " + std::to_string(gmime_major_version) + '.'
+                                       + std::to_string(gmime_minor_version) + '.'
+                                       + std::to_string(gmime_micro_version));
     while (isHeard) {
-        const std::optional<Channel::Received> received = Channel::receive();
+        const std::optional<ParserSocket::Received> received = ParserSocket::receive();
         if (!received)
             break;
         isHeard = received->request.subject == Subject::messages && sendMessages(*received);

@@ -108,4 +108,22 @@ QStringList chromiumDatabases(const StandardFolders &folders)
     return existingFiles(profiles, "History"_L1);
 }
 
+QStringList thunderbirdProfiles(const StandardFolders &folders)
+{
+    const QStringList roots{
+        folders.home + "/.thunderbird"_L1,
+        folders.home + "/snap/thunderbird/common/.thunderbird"_L1,
+        folders.home + "/.var/app/org.mozilla.Thunderbird/.thunderbird"_L1,
+    };
+    QStringList profiles;
+    for (const QString &root : roots) {
+        for (const QString &folder : foldersIn(root) + foldersOfIni(root)) {
+            const QString path = QFileInfo(folder).canonicalFilePath();
+            if (!path.isEmpty() && !profiles.contains(path))
+                profiles.append(path);
+        }
+    }
+    return profiles;
+}
+
 } // namespace dugwise

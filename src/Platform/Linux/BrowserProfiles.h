@@ -15,4 +15,7 @@ namespace dugwise {
 /// The History of every profile of Chromium, Chrome, Brave, Vivaldi, Opera and Edge, likewise.
 [[nodiscard]] QStringList chromiumDatabases(const StandardFolders &folders);
 
+/// The folder of every profile of Thunderbird, likewise.
+[[nodiscard]] QStringList thunderbirdProfiles(const StandardFolders &folders);
+
 } // namespace dugwise

@@ -24,7 +24,6 @@ namespace dugwise {
 
 namespace {
 
-constexpr std::chrono::seconds kGreetingTime{5};
 /// How often a wait looks whether reading is to stop.
 constexpr std::chrono::milliseconds kGlance{50};
 /// Processor time for one document: more than the deadline, which ends it first, unless the
@@ -75,8 +74,11 @@ void grantProcessorTime(pid_t process)
 
 } // namespace
 
-ParserProcess::ParserProcess(const QString &program, Service service, const std::stop_token &stop)
-    : m_deadline(kGreetingTime)
+ParserProcess::ParserProcess(const QString &program,
+                             Service service,
+                             const std::stop_token &stop,
+                             QDeadlineTimer greetingDeadline)
+    : m_deadline(greetingDeadline)
     , m_stop(stop)
 {
     if (!start(program, service))

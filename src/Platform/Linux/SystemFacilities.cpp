@@ -4,6 +4,8 @@
 
 #include "Platform/DesktopMetadata.h"
 #include "Platform/HelperProgram.h"
+#include "Platform/Linux/DesktopContactStore.h"
+#include "Platform/Linux/DesktopEventStore.h"
 #include "Platform/Linux/DesktopMessageStore.h"
 #include "Platform/Linux/DesktopWorkspace.h"
 #include "Platform/Linux/LocalModelServer.h"
@@ -37,6 +39,11 @@ void addSystemFacilities(Platform &platform)
         std::make_unique<LocalModelServer>(LocalModelServer::Settings::ofEnvironment());
     platform.workspace = std::make_unique<DesktopWorkspace>();
     platform.messageStore = std::make_unique<DesktopMessageStore>(platform.folders);
+    const std::optional<QString> agenda = helperProgram(u"dugwise-agenda"_s);
+    if (agenda && Sandbox::isAvailable()) {
+        platform.eventStore = std::make_unique<DesktopEventStore>(platform.folders, *agenda);
+        platform.contactStore = std::make_unique<DesktopContactStore>(platform.folders, *agenda);
+    }
     platform.networkPathMonitor = std::make_unique<RouteMonitor>(u"/sys/class/net"_s);
     platform.desktopAppearance = std::make_unique<PortalAppearance>();
 }

@@ -1,15 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Helpers/dugwise-extract/Channel.h"
+#include "Helpers/ParserSocket.h"
 
 #include <sys/socket.h>
 #include <sys/uio.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <string>
 
-namespace dugwise::Channel {
+namespace dugwise::ParserSocket {
 
 using namespace ParserProtocol;
 
@@ -48,14 +49,18 @@ bool sendAll(const void *data, std::size_t size)
     return true;
 }
 
+bool send(std::int32_t result, std::u16string_view text)
+{
+    const std::size_t length = std::min<std::size_t>(text.size(), kMostText);
+    const Reply reply{result, static_cast<std::uint32_t>(length)};
+    return sendAll(&reply, sizeof reply) && sendAll(text.data(), length * sizeof(char16_t));
+}
+
 bool greet(std::string_view library)
 {
     const std::string ascii =
         "parser " + std::to_string(kParserVersion) + ", " + std::string(library);
-    const std::u16string greeting(ascii.begin(), ascii.end());
-    const Reply reply{.length = static_cast<std::uint32_t>(greeting.size())};
-    return sendAll(&reply, sizeof reply)
-           && sendAll(greeting.data(), greeting.size() * sizeof(char16_t));
+    return send(0, std::u16string(ascii.begin(), ascii.end()));
 }
 
-} // namespace dugwise::Channel
+} // namespace dugwise::ParserSocket

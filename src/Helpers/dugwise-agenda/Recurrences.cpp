@@ -1,0 +1,159 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Helpers/dugwise-agenda/Recurrences.h"
+
+#include "Helpers/dugwise-agenda/Moments.h"
+
+#include <algorithm>
+#include <chrono>
+#include <map>
+#include <memory>
+#include <set>
+
+namespace dugwise {
+
+namespace {
+
+using Steady = std::chrono::steady_clock;
+
+constexpr std::size_t kMost = 5000;
+constexpr std::chrono::milliseconds kLongest{100};
+constexpr int kStepsBetweenLooks = 256; // at the clock
+constexpr std::int64_t kDay = 86'400;
+
+struct Span
+{
+    std::int64_t earliest = 0;
+    std::int64_t latest = 0;
+
+    [[nodiscard]] bool contains(std::int64_t time) const
+    {
+        return earliest <= time && time <= latest;
+    }
+};
+
+/// The day of a time on its clocks, as a number.
+int dayOf(const icaltimetype &wall)
+{
+    return (wall.year * 100 + wall.month) * 100 + wall.day;
+}
+
+/// Starts with the day that each is on, on the clocks of the event.
+using Starts = std::map<std::int64_t, int>;
+
+void add(const Moment &moment, const Span &span, Starts &starts)
+{
+    const std::int64_t seconds = moment.seconds();
+    if (span.contains(seconds) && starts.size() < kMost)
+        starts.emplace(seconds, dayOf(moment.wall));
+}
+
+/// On the clocks of the event's zone; what is a date ends with that day.
+void setEnd(icalrecurrencetype &rule, const Moment &start)
+{
+    if (::icaltime_is_null_time(rule.until) != 0)
+        return;
+    if (rule.until.is_date != 0 && !start.isDate()) {
+        rule.until.is_date = 0;
+        rule.until.hour = 23;
+        rule.until.minute = rule.until.second = 59;
+    } else if (::icaltime_is_utc(rule.until) != 0) {
+        const Moment until{.wall = rule.until, .zone = ::icaltimezone_get_utc_timezone()};
+        rule.until = wallIn(until, start.zone);
+    }
+    if (start.isDate())
+        rule.until.is_date = 1;
+    rule.until.zone = nullptr;
+}
+
+void addRule(const std::string &text,
+             const Moment &start,
+             const Span &span,
+             Steady::time_point end,
+             Starts &starts)
+{
+    icalrecurrencetype rule = ::icalrecurrencetype_from_string(text.c_str());
+    if (rule.freq == ICAL_NO_RECURRENCE)
+        return;
+    setEnd(rule, start);
+    const std::unique_ptr<icalrecur_iterator, decltype(&::icalrecur_iterator_free)> iterator(
+        ::icalrecur_iterator_new(rule, start.wall), ::icalrecur_iterator_free);
+    if (!iterator)
+        return;
+    // A day is more than clocks are apart from those of UTC. Counted ones begin with the first.
+    constexpr std::int64_t kMargin = 2 * kDay;
+    if (rule.count == 0 && start.wallSeconds() < span.earliest - kMargin) {
+        icaltimetype from = ::icaltime_from_timet_with_zone(
+            span.earliest - kMargin, start.isDate() ? 1 : 0, nullptr);
+        ::icalrecur_iterator_set_start(iterator.get(), from);
+    }
+    for (int step = 1; starts.size() < kMost; ++step) {
+        Moment occurrence{.wall = ::icalrecur_iterator_next(iterator.get()), .zone = start.zone};
+        if (::icaltime_is_null_time(occurrence.wall) != 0
+            || occurrence.wallSeconds() > span.latest + kMargin
+            || (step % kStepsBetweenLooks == 0 && Steady::now() > end))
+            return;
+        add(occurrence, span, starts);
+    }
+}
+
+/// The times of RDATE and EXDATE; of a period, its start.
+std::vector<Moment> moments(const ContentLine &line, const Zones &zones)
+{
+    std::vector<Moment> found;
+    for (std::string_view value : split(line.value, ',')) {
+        value = value.substr(0, value.find('/'));
+        if (const auto moment = parseMoment(line, value, zones))
+            found.push_back(*moment);
+    }
+    return found;
+}
+
+} // namespace
+
+std::vector<std::int64_t> occurrences(const std::string &startLine,
+                                      const std::vector<std::string> &recurrences,
+                                      const Zones &zones,
+                                      std::int64_t earliest,
+                                      std::int64_t latest)
+{
+    const Steady::time_point end = Steady::now() + kLongest;
+    const auto first = ContentLine::parse(startLine);
+    const auto start = first ? parseMoment(*first, first->value, zones) : std::nullopt;
+    if (!start)
+        return {};
+    const Span span{earliest, latest};
+    Starts starts;
+    Starts exceptions;
+    std::set<int> exceptDays;
+    add(*start, span, starts);
+    for (const std::string &recurrence : recurrences) {
+        const auto line = ContentLine::parse(recurrence);
+        if (!line)
+            continue;
+        if (line->isNamed("RRULE") || line->isNamed("EXRULE")) {
+            addRule(std::string(trimmed(line->value)),
+                    *start,
+                    span,
+                    end,
+                    line->isNamed("RRULE") ? starts : exceptions);
+            continue;
+        }
+        for (const Moment &moment : moments(*line, zones)) {
+            if (line->isNamed("RDATE"))
+                add(moment, span, starts);
+            else if (moment.isDate())
+                exceptDays.insert(dayOf(moment.wall));
+            else
+                exceptions.emplace(moment.seconds(), 0);
+        }
+    }
+    std::vector<std::int64_t> found;
+    for (const auto &[seconds, day] : starts) {
+        if (!exceptions.contains(seconds) && !exceptDays.contains(day))
+            found.push_back(seconds);
+    }
+    return found;
+}
+
+} // namespace dugwise

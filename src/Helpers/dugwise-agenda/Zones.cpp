@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Helpers/dugwise-agenda/Zones.h"
+
+#include "Helpers/dugwise-agenda/ContentLines.h"
+
+#include <algorithm>
+
+namespace dugwise {
+
+namespace {
+
+constexpr std::size_t kLongestDefinition = 65'536;
+constexpr std::size_t kMostDefinitions = 200; // in a document
+constexpr std::size_t kMostZones = 1000;
+
+/// Whether its rules are such as zones have, so that nobody computes for ever: once a year.
+bool isHarmless(const std::string &definition)
+{
+    ContentLines lines(definition);
+    while (const auto line = lines.next()) {
+        if (!line->isNamed("RRULE"))
+            continue;
+        std::string rule(line->value);
+        std::ranges::transform(
+            rule, rule.begin(), [](char c) { return c >= 'a' && c <= 'z' ? char(c - 32) : c; });
+        if (rule.find("FREQ=YEARLY") == std::string::npos
+            || rule.find("FREQ=") != rule.rfind("FREQ=")
+            || rule.find("RSCALE") != std::string::npos)
+            return false;
+    }
+    return true;
+}
+
+icaltimezone *makeZone(const std::string &definition)
+{
+    if (!isHarmless(definition))
+        return nullptr;
+    icalcomponent *const component = ::icalparser_parse_string(definition.c_str());
+    if (!component)
+        return nullptr;
+    icaltimezone *const zone = ::icaltimezone_new();
+    if (::icalcomponent_isa(component) == ICAL_VTIMEZONE_COMPONENT
+        && ::icaltimezone_set_component(zone, component) != 0)
+        return zone;
+    ::icaltimezone_free(zone, 1);
+    ::icalcomponent_free(component);
+    return nullptr;
+}
+
+/// What was made of a definition before is used again.
+icaltimezone *definedZone(const std::string &definition)
+{
+    static std::map<std::string, icaltimezone *> zones; // for as long as the process lives
+    const auto known = zones.find(definition);
+    if (known != zones.end())
+        return known->second;
+    if (zones.size() >= kMostZones)
+        return nullptr;
+    return zones[definition] = makeZone(definition);
+}
+
+icaltimezone *systemZone(std::string_view name)
+{
+    static std::map<std::string, icaltimezone *, std::less<>> zones;
+    const auto known = zones.find(name);
+    if (known != zones.end())
+        return known->second;
+    if (zones.size() >= kMostZones)
+        return nullptr;
+    icaltimezone *zone = nullptr;
+    std::string_view rest = name;
+    while (!zone && !rest.empty()) {
+        zone = ::icaltimezone_get_builtin_timezone(std::string(rest).c_str());
+        const std::size_t slash = rest.find('/');
+        rest = slash == std::string_view::npos ? std::string_view() : rest.substr(slash + 1);
+    }
+    return zones[std::string(name)] = zone;
+}
+
+} // namespace
+
+void Zones::define(std::string_view name, std::string definition)
+{
+    if (m_definitions.size() < kMostDefinitions && definition.size() <= kLongestDefinition)
+        m_definitions.emplace(name, std::move(definition));
+}
+
+icaltimezone *Zones::find(std::string_view name) const
+{
+    if (isSameName(name, "UTC") || isSameName(name, "GMT") || isSameName(name, "Z")
+        || isSameName(name, "Etc/UTC"))
+        return ::icaltimezone_get_utc_timezone();
+    const auto defined = m_definitions.find(name);
+    icaltimezone *const zone =
+        defined == m_definitions.end() ? nullptr : definedZone(defined->second);
+    return zone ? zone : systemZone(name);
+}
+
+std::string_view Zones::definition(std::string_view name) const
+{
+    const auto defined = m_definitions.find(name);
+    return defined == m_definitions.end() ? std::string_view() : defined->second;
+}
+
+} // namespace dugwise

@@ -1,0 +1,182 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/AgendaParser.h"
+
+#include <QStringTokenizer>
+
+#include <sys/mman.h>
+
+#include <algorithm>
+#include <chrono>
+
+namespace dugwise {
+
+namespace {
+
+/// Of one batch; together some tens of milliseconds to read.
+constexpr qsizetype kMostDocuments = 256;
+constexpr qsizetype kMostBytes = qsizetype{1024} * 1024;
+
+constexpr int kMostDeaths = 3; // over one document
+constexpr std::chrono::milliseconds kLeastTime{300};
+constexpr qsizetype kBytesInAMillisecond = 4096; // at the slowest
+
+/// A file in memory that holds the batch.
+FileDescriptor fileOf(const AgendaProtocol::Header &header, const QList<QByteArray> &texts)
+{
+    QByteArray head(reinterpret_cast<const char *>(&header), sizeof header);
+    for (const QByteArray &text : texts) {
+        const auto size = static_cast<std::uint64_t>(text.size());
+        head.append(reinterpret_cast<const char *>(&size), sizeof size);
+    }
+    FileDescriptor file(::memfd_create("agenda", MFD_CLOEXEC));
+    const auto write = [&file](const QByteArray &bytes) {
+        qsizetype written = 0;
+        while (written < bytes.size()) {
+            const ssize_t size = ::write(file.get(),
+                                         bytes.constData() + written,
+                                         static_cast<std::size_t>(bytes.size() - written));
+            if (size <= 0)
+                return false;
+            written += size;
+        }
+        return true;
+    };
+    return file && write(head) && std::ranges::all_of(texts, write) ? std::move(file)
+                                                                    : FileDescriptor();
+}
+
+/// How long a batch may take.
+std::chrono::milliseconds timeFor(const QList<QByteArray> &texts)
+{
+    qsizetype bytes = 0;
+    for (const QByteArray &text : texts)
+        bytes += text.size();
+    return kLeastTime + std::chrono::milliseconds(bytes / kBytesInAMillisecond);
+}
+
+/// Adds records to those of their documents.
+void take(const QString &text, QList<AgendaParser::Reading> &readings)
+{
+    for (const QStringView record : qTokenize(text, QChar(AgendaProtocol::kRecord))) {
+        QStringList fields;
+        qsizetype document = -1;
+        for (const QStringView field : qTokenize(record, QChar(AgendaProtocol::kField))) {
+            if (document >= 0)
+                fields.append(field.toString());
+            else if (bool isNumber = false; document = field.toInt(&isNumber), !isNumber)
+                break;
+        }
+        if (document >= 0 && document < readings.size())
+            readings[document].records.append(fields);
+    }
+}
+
+} // namespace
+
+QList<AgendaParser::Reading> AgendaParser::read(const Request &request,
+                                                const QDeadlineTimer &deadline)
+{
+    QList<Reading> readings;
+    while (readings.size() < request.documents && isRunning(deadline)) {
+        QList<QByteArray> texts;
+        qsizetype bytes = 0;
+        while (readings.size() + texts.size() < request.documents && texts.size() < kMostDocuments
+               && bytes < kMostBytes) {
+            texts.append(request.text(readings.size() + texts.size()));
+            bytes += texts.constLast().size();
+        }
+        readings += readTogether(request, texts, deadline);
+    }
+    readings.resize(request.documents);
+    return readings;
+}
+
+bool AgendaParser::isRunning(const QDeadlineTimer &deadline)
+{
+    if (deadline.hasExpired())
+        return false;
+    if (!m_process || m_process->state() != ParserProcess::State::running)
+        m_process = std::make_unique<ParserProcess>(
+            m_program, ParserProcess::Service::documents, std::stop_token(), deadline);
+    return m_process->state() == ParserProcess::State::running;
+}
+
+std::optional<int> AgendaParser::open(const Request &request,
+                                      const QList<QByteArray> &texts,
+                                      quint32 itemsAtATime,
+                                      const QDeadlineTimer &deadline)
+{
+    if (!isRunning(deadline))
+        return std::nullopt;
+    const FileDescriptor file = fileOf({.task = request.task,
+                                        .documents = static_cast<quint32>(texts.size()),
+                                        .earliest = request.earliest,
+                                        .latest = request.latest,
+                                        .itemsAtATime = itemsAtATime},
+                                       texts);
+    const QDeadlineTimer ownDeadline = std::min(deadline, QDeadlineTimer(timeFor(texts)));
+    const auto opened = m_process->open(file, ownDeadline, {});
+    return opened ? std::optional(opened->result) : std::nullopt;
+}
+
+QList<AgendaParser::Reading> AgendaParser::readTogether(const Request &request,
+                                                        const QList<QByteArray> &texts,
+                                                        const QDeadlineTimer &deadline)
+{
+    QList<Reading> readings(texts.size());
+    const bool hasTime = deadline.remainingTimeAsDuration() >= timeFor(texts);
+    const std::optional<int> count = open(request, texts, 0, deadline);
+    int next = 0;
+    while (count && next < *count) {
+        const auto page = m_process->page(next);
+        if (!page || page->result <= 0)
+            break;
+        take(page->text, readings);
+        next += page->result;
+    }
+    if (count && next >= *count) {
+        for (Reading &reading : readings)
+            reading.outcome = Reading::Outcome::read;
+        return readings;
+    }
+    readings = QList<Reading>(texts.size());
+    if (deadline.hasExpired() && !hasTime)
+        return readings;
+    if (texts.size() > 1) {
+        for (qsizetype i = 0; i < texts.size(); ++i)
+            readings[i] = readTogether(request, {texts[i]}, deadline).first();
+        return readings;
+    }
+    if (m_process && m_process->state() == ParserProcess::State::timedOut)
+        readings.first().outcome = hasTime ? Reading::Outcome::late : Reading::Outcome::unread;
+    else if (m_process && m_process->state() == ParserProcess::State::died)
+        readings.first() = readItemwise(request, texts.first(), deadline);
+    return readings;
+}
+
+AgendaParser::Reading AgendaParser::readItemwise(const Request &request,
+                                                 const QByteArray &text,
+                                                 const QDeadlineTimer &deadline)
+{
+    QList<Reading> readings(1);
+    int next = 0;
+    for (int deaths = 0; deaths < kMostDeaths; ++deaths) {
+        const std::optional<int> count = open(request, {text}, 1, deadline);
+        if (!count)
+            break;
+        while (next < *count) {
+            const auto page = m_process->page(next++);
+            if (!page)
+                break;
+            take(page->text, readings);
+        }
+        if (m_process->state() == ParserProcess::State::running)
+            break;
+    }
+    readings.first().outcome =
+        deadline.hasExpired() ? Reading::Outcome::late : Reading::Outcome::read;
+    return std::move(readings.first());
+}
+
+} // namespace dugwise

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/AgendaProtocol.h"
+#include "Platform/ParserProcess.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace dugwise {
+
+/// Reads calendars and address books through dugwise-agenda, which is started when there is
+/// something to read. An item that ends it costs that item; one that takes too long, too.
+class AgendaParser
+{
+public:
+    struct Request
+    {
+        AgendaProtocol::Task task = AgendaProtocol::Task::events;
+        qint64 earliest = 0; ///< seconds, for occurrences
+        qint64 latest = 0;
+        qsizetype documents = 0;
+        /// Gives the text of a document counted from 0; asked for once.
+        std::function<QByteArray(qsizetype document)> text{};
+    };
+    /// What came of a document.
+    struct Reading
+    {
+        enum class Outcome {
+            unread, ///< there was no time for it
+            late,   ///< it was begun, and took too long
+            read,
+        };
+        Outcome outcome = Outcome::unread;
+        QList<QStringList> records{}; ///< fields as AgendaProtocol tells them
+    };
+
+    /// `program` is the path of dugwise-agenda; without one, nothing can be read.
+    explicit AgendaParser(QString program)
+        : m_program(std::move(program))
+    {}
+
+    /// What comes of each document until the deadline. Waits for it: for workers.
+    [[nodiscard]] QList<Reading> read(const Request &request, const QDeadlineTimer &deadline);
+
+private:
+    [[nodiscard]] bool isRunning(const QDeadlineTimer &deadline);
+    /// The number of items.
+    [[nodiscard]] std::optional<int> open(const Request &request,
+                                          const QList<QByteArray> &texts,
+                                          quint32 itemsAtATime,
+                                          const QDeadlineTimer &deadline);
+    [[nodiscard]] QList<Reading> readTogether(const Request &request,
+                                              const QList<QByteArray> &texts,
+                                              const QDeadlineTimer &deadline);
+    [[nodiscard]] Reading
+    readItemwise(const Request &request, const QByteArray &text, const QDeadlineTimer &deadline);
+
+    QString m_program;
+    std::unique_ptr<ParserProcess> m_process;
+};
+
+} // namespace dugwise

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/EventStore.h"
+#include "Platform/Linux/CalendarItem.h"
+#include "Platform/Linux/StoreDocuments.h"
+#include "Platform/StandardFolders.h"
+
+namespace dugwise {
+
+/// Folders of .ics files, as vdirsyncer and khal keep them. None of them is ever changed. What was
+/// read is kept in memory, and read again when it has changed. Each source has a second; cancelled
+/// events are left out, and an event that two sources have (by UID and start) is the first one's.
+class DesktopEventStore final : public EventStore
+{
+public:
+    /// `parser` is the path of dugwise-agenda.
+    DesktopEventStore(StandardFolders folders, QString parser);
+
+    [[nodiscard]] QList<StoredEvent>
+    eventsIn(const DateIntentParser::DateRange &span) const override;
+    [[nodiscard]] QStringList sources() const override;
+
+private:
+    using Documents = StoreDocuments<CalendarItem>;
+
+    StandardFolders m_folders;
+    QString m_parser;
+    mutable Documents m_files;
+};
+
+} // namespace dugwise

@@ -1,0 +1,435 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/DesktopEventStore.h"
+#include "support/LocalZone.h"
+#include "support/SampleFiles.h"
+#include "support/SampleHome.h"
+
+#include <QTest>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise::test {
+
+namespace {
+
+using DateIntentParser::DateRange;
+
+/// A calendar of components.
+QByteArray calendar(const QByteArray &components)
+{
+    return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//test//EN\r\n" + components
+           + "END:VCALENDAR\r\n";
+}
+
+/// An event of content lines, separated by blanks as in "DTSTART:… RRULE:…".
+QByteArray vevent(const QByteArray &lines, const QByteArray &title = "Event")
+{
+    return "BEGIN:VEVENT\r\nSUMMARY:" + title + "\r\n" + QByteArray(lines).replace(" ", "\r\n")
+           + "\r\nEND:VEVENT\r\n";
+}
+
+/// A zone of our own, an hour ahead of UTC, two in summer.
+const QByteArray kZone = "BEGIN:VTIMEZONE\r\nTZID:Island\r\n"
+                         "BEGIN:STANDARD\r\nDTSTART:19701025T030000\r\n"
+                         "RRULE:FREQ=YEARLY;BYMONTH=10;BYDAY=-1SU\r\n"
+                         "TZOFFSETFROM:+0200\r\nTZOFFSETTO:+0100\r\nEND:STANDARD\r\n"
+                         "BEGIN:DAYLIGHT\r\nDTSTART:19700329T020000\r\n"
+                         "RRULE:FREQ=YEARLY;BYMONTH=3;BYDAY=-1SU\r\n"
+                         "TZOFFSETFROM:+0100\r\nTZOFFSETTO:+0200\r\nEND:DAYLIGHT\r\n"
+                         "END:VTIMEZONE\r\n";
+
+DateRange span(const QString &from, const QString &to)
+{
+    return {at(from + "T00:00:00Z"_L1), at(to + "T00:00:00Z"_L1)};
+}
+
+QString told(Instant instant)
+{
+    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(instant.unixSeconds() * 1000),
+                                          Qt::UTC)
+        .toString(u"yyyy-MM-dd hh:mm"_s);
+}
+
+/// "START TITLE" of each, in UTC.
+QStringList starts(const QList<StoredEvent> &events)
+{
+    QStringList lines;
+    for (const StoredEvent &event : events)
+        lines.append(told(event.start) + u' ' + event.title);
+    return lines;
+}
+
+} // namespace
+
+class TstDesktopEventStore : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::optional<SampleHome> m_home;
+    std::optional<DesktopEventStore> m_store;
+
+    void write(const QString &name, const QByteArray &content) const
+    {
+        writeFile(m_home->path(u".local/share/calendars/"_s + name), content);
+    }
+    [[nodiscard]] QStringList find(const QString &from = u"2026-01-01"_s,
+                                   const QString &to = u"2027-01-01"_s) const
+    {
+        return starts(m_store->eventsIn(span(from, to)));
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        setZone(u"UTC"_s);
+        m_home.emplace();
+        m_store.emplace(m_home->platform.folders, QStringLiteral(DUGWISE_AGENDA));
+    }
+
+    void readsWhatAnEventHolds()
+    {
+        QCOMPARE(m_store->sources(), QStringList());
+        QCOMPARE(find(), QStringList());
+        write(
+            u"one.ics"_s,
+            calendar("BEGIN:VEVENT\r\nUID:1\r\nSUMMARY:Sarah\\, sync\\n\r\n"
+                     "DESCRIPTION;LANGUAGE=en:A long\r\n  story with \"quotes\" \xe2\x80\r\n\t\x94"
+                     " and more\r\n"
+                     "LOCATION:Gr\xfc"
+                     "ner Saal\r\nDTSTART:20260310T140000Z\r\n"
+                     "DTEND:20260310T153000Z\r\nBEGIN:VALARM\r\nDESCRIPTION:Alarm\r\n"
+                     "SUMMARY:Alarm\r\nEND:VALARM\r\nEND:VEVENT\r\n"
+                     "BEGIN:VTODO\r\nSUMMARY:Task\r\nDTSTART:20260310T140000Z\r\nEND:VTODO\r\n"));
+        write(u"two.ics"_s, calendar(vevent("DTSTART:20260309T080000Z", "")));
+        const StoredEvent whole{.title = u"Sarah, sync\n"_s,
+                                .notes = u"A long story with \"quotes\" — and more"_s,
+                                .location = u"Grüner Saal"_s,
+                                .start = at(u"2026-03-10T14:00:00Z"_s),
+                                .end = at(u"2026-03-10T15:30:00Z"_s)};
+        const StoredEvent bare{.start = at(u"2026-03-09T08:00:00Z"_s)};
+        QCOMPARE(m_store->eventsIn(span(u"2026-03-01"_s, u"2026-04-01"_s)),
+                 (QList<StoredEvent>{bare, whole}));
+        QCOMPARE(m_store->sources(), QStringList{u"folder ~/.local/share/calendars"_s});
+    }
+
+    void knowsWhatOverlaps_data()
+    {
+        QTest::addColumn<QByteArray>("lines");
+        QTest::addColumn<bool>("overlaps");
+        // The span: 10 to 20 March.
+        QTest::newRow("before") << QByteArray("DTSTART:20260309T230000Z DTEND:20260309T235959Z")
+                                << false;
+        QTest::newRow("ends as it begins")
+            << QByteArray("DTSTART:20260309T230000Z DTEND:20260310T000000Z") << false;
+        QTest::newRow("reaches into it")
+            << QByteArray("DTSTART:20260309T230000Z DURATION:PT1H1M") << true;
+        QTest::newRow("around it")
+            << QByteArray("DTSTART;VALUE=DATE:20250101 DURATION:P500D") << true;
+        QTest::newRow("begins as it ends") << QByteArray("DTSTART:20260320T000000Z") << true;
+        QTest::newRow("after") << QByteArray("DTSTART:20260320T000001Z") << false;
+        QTest::newRow("a moment before") << QByteArray("DTSTART:20260309T235959Z") << false;
+        QTest::newRow("a moment at its beginning")
+            << QByteArray("DTSTART:20260310T000000Z") << true;
+        QTest::newRow("a day before") << QByteArray("DTSTART;VALUE=DATE:20260309") << false;
+        QTest::newRow("its first day") << QByteArray("DTSTART;VALUE=DATE:20260310") << true;
+        QTest::newRow("an end before the start")
+            << QByteArray("DTSTART:20260310T000000Z DTEND:20260101T000000Z") << true;
+        QTest::newRow("long and weekly")
+            << QByteArray("DTSTART:20250101T000000Z DURATION:P100D RRULE:FREQ=DAILY;COUNT=400")
+            << true;
+    }
+    void knowsWhatOverlaps()
+    {
+        QFETCH(const QByteArray, lines);
+        QFETCH(const bool, overlaps);
+        write(u"a.ics"_s, calendar(vevent(lines)));
+        QCOMPARE(!find(u"2026-03-10"_s, u"2026-03-20"_s).isEmpty(), overlaps);
+    }
+
+    void knowsTimeZones_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<QString>("start");
+        QTest::newRow("UTC") << QByteArray("DTSTART:20260710T090000Z") << u"2026-07-10 09:00"_s;
+        QTest::newRow("the system's")
+            << QByteArray("DTSTART;TZID=Europe/Berlin:20260710T090000") << u"2026-07-10 07:00"_s;
+        QTest::newRow("in winter")
+            << QByteArray("DTSTART;TZID=Europe/Berlin:20260110T090000") << u"2026-01-10 08:00"_s;
+        QTest::newRow("a prefix") << QByteArray(
+            "DTSTART;TZID=/freeassociation.sourceforge.net/America/New_York:20260710T090000")
+                                  << u"2026-07-10 13:00"_s;
+        QTest::newRow("quoted") << QByteArray("DTSTART;TZID=\"Asia/Tokyo\":20260710T090000")
+                                << u"2026-07-10 00:00"_s;
+        QTest::newRow("its own") << QByteArray("DTSTART;TZID=Island:20260710T090000")
+                                 << u"2026-07-10 07:00"_s;
+        QTest::newRow("UTC in a zone")
+            << QByteArray("DTSTART;TZID=Asia/Tokyo:20260710T090000Z") << u"2026-07-10 09:00"_s;
+        // New York's time, as the person's own.
+        QTest::newRow("floating") << QByteArray("DTSTART:20260710T090000") << u"2026-07-10 13:00"_s;
+        QTest::newRow("unknown") << QByteArray("DTSTART;TZID=Nowhere/Land:20260710T090000")
+                                 << u"2026-07-10 13:00"_s;
+        QTest::newRow("a day") << QByteArray("DTSTART;VALUE=DATE:20260710")
+                               << u"2026-07-10 04:00"_s;
+        QTest::newRow("a day without saying so")
+            << QByteArray("DTSTART:20260110") << u"2026-01-10 05:00"_s;
+    }
+    void knowsTimeZones()
+    {
+        QFETCH(const QByteArray, line);
+        QFETCH(const QString, start);
+        setZone(u"America/New_York"_s);
+        write(u"a.ics"_s, calendar(vevent(line) + kZone));
+        QCOMPARE(find(), QStringList{start + " Event"_L1});
+    }
+
+    void findsOccurrences_data()
+    {
+        QTest::addColumn<QByteArray>("lines");
+        QTest::addColumn<QStringList>("days"); // of March and later, at 9 in Berlin
+        QTest::newRow("weekly, over the change of clocks")
+            << QByteArray("RRULE:FREQ=WEEKLY;COUNT=4")
+            << QStringList{u"03-18 08"_s, u"03-25 08"_s, u"04-01 07"_s, u"04-08 07"_s};
+        QTest::newRow("until, in UTC") << QByteArray("RRULE:FREQ=DAILY;UNTIL=20260320T080000Z")
+                                       << QStringList{u"03-18 08"_s, u"03-19 08"_s, u"03-20 08"_s};
+        QTest::newRow("until a day") << QByteArray("RRULE:FREQ=DAILY;UNTIL=20260319")
+                                     << QStringList{u"03-18 08"_s, u"03-19 08"_s};
+        QTest::newRow("every second month's last Friday")
+            << QByteArray("RRULE:FREQ=MONTHLY;INTERVAL=2;BYDAY=-1FR;UNTIL=20260801T000000Z")
+            << QStringList{u"03-18 08"_s, u"03-27 08"_s, u"05-29 07"_s, u"07-31 07"_s};
+        QTest::newRow("without some")
+            << QByteArray("RRULE:FREQ=DAILY;COUNT=5 EXDATE;TZID=Europe/Berlin:20260319T090000 "
+                          "EXDATE:20260320T080000Z,20260321T080000Z")
+            << QStringList{u"03-18 08"_s, u"03-22 08"_s};
+        QTest::newRow("without a day")
+            << QByteArray("RRULE:FREQ=DAILY;COUNT=2 EXDATE:20260318") << QStringList{u"03-19 08"_s};
+        QTest::newRow("without a rule's")
+            << QByteArray("RRULE:FREQ=DAILY;COUNT=5 EXRULE:FREQ=DAILY;INTERVAL=2")
+            << QStringList{u"03-19 08"_s, u"03-21 08"_s};
+        QTest::newRow("dates") << QByteArray(
+            "RDATE;TZID=Europe/Berlin:20260401T100000,20260402T100000 "
+            "RDATE;VALUE=PERIOD:20260403T070000Z/PT1H")
+                               << QStringList{
+                                      u"03-18 08"_s, u"04-01 08"_s, u"04-02 08"_s, u"04-03 07"_s};
+        QTest::newRow("two rules")
+            << QByteArray("RRULE:FREQ=DAILY;COUNT=2 RRULE:FREQ=DAILY;INTERVAL=3;COUNT=2")
+            << QStringList{u"03-18 08"_s, u"03-19 08"_s, u"03-21 08"_s};
+        QTest::newRow("no rule at all")
+            << QByteArray("RRULE:FREQ=SOMETIMES") << QStringList{u"03-18 08"_s};
+        QTest::newRow("never again") << QByteArray("RRULE:FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=30")
+                                     << QStringList{u"03-18 08"_s};
+    }
+    void findsOccurrences()
+    {
+        QFETCH(const QByteArray, lines);
+        QFETCH(const QStringList, days);
+        write(
+            u"a.ics"_s,
+            calendar(vevent("DTSTART;TZID=Europe/Berlin:20260318T090000 DURATION:PT1H " + lines)));
+        QStringList expected;
+        for (const QString &day : days)
+            expected.append("2026-"_L1 + day + ":00 Event"_L1);
+        QCOMPARE(find(), expected);
+        // In another span, and in the first again.
+        QCOMPARE(find(u"2020-01-01"_s, u"2026-03-18"_s), QStringList());
+        QCOMPARE(find(), expected);
+    }
+
+    void findsOccurrencesLongAfterTheFirst_data()
+    {
+        QTest::addColumn<QByteArray>("lines");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("weekly") << QByteArray("DTSTART:20010103T100000Z RRULE:FREQ=WEEKLY")
+                                << u"2026-03-11 10:00"_s;
+        QTest::newRow("every fifth week")
+            << QByteArray("DTSTART:20001227T100000Z RRULE:FREQ=WEEKLY;INTERVAL=5")
+            << u"2026-03-11 10:00"_s; // 263 times five weeks later
+        QTest::newRow("a birthday")
+            << QByteArray("DTSTART;VALUE=DATE:19500312 RRULE:FREQ=YEARLY") << u"2026-03-12 00:00"_s;
+        QTest::newRow("counted") << QByteArray(
+            "DTSTART:20010103T100000Z RRULE:FREQ=WEEKLY;COUNT=1316")
+                                 << u"2026-03-11 10:00"_s;
+        QTest::newRow("local time")
+            << QByteArray("DTSTART;TZID=Island:20010103T100000 RRULE:FREQ=WEEKLY")
+            << u"2026-03-11 09:00"_s;
+    }
+    void findsOccurrencesLongAfterTheFirst()
+    {
+        QFETCH(const QByteArray, lines);
+        QFETCH(const QString, expected);
+        write(u"a.ics"_s, calendar(kZone + vevent(lines)));
+        QCOMPARE(find(u"2026-03-10"_s, u"2026-03-13"_s), QStringList{expected + " Event"_L1});
+    }
+
+    void replacesOccurrences()
+    {
+        write(u"a.ics"_s,
+              calendar(vevent("UID:1 DTSTART;TZID=Europe/Berlin:20260302T090000 "
+                              "RRULE:FREQ=WEEKLY;COUNT=4",
+                              "Weekly")
+                       + vevent("UID:1 RECURRENCE-ID;TZID=Europe/Berlin:20260309T090000 "
+                                "DTSTART;TZID=Europe/Berlin:20260610T110000",
+                                "Moved")
+                       + vevent("UID:1 RECURRENCE-ID:20260316T080000Z DTSTART:20260316T080000Z "
+                                "STATUS:CANCELLED",
+                                "Cancelled")
+                       + vevent("UID:2 DTSTART:20260317T080000Z STATUS:CANCELLED")));
+        QCOMPARE(find(),
+                 (QStringList{u"2026-03-02 08:00 Weekly"_s,
+                              u"2026-03-23 08:00 Weekly"_s,
+                              u"2026-06-10 09:00 Moved"_s}));
+    }
+
+    void countsAnEventOnce()
+    {
+        const QByteArray one = vevent("UID:1 DTSTART:20260310T140000Z RRULE:FREQ=DAILY;COUNT=2");
+        write(u"home/a.ics"_s, calendar(one));
+        write(u"work/b.ics"_s,
+              calendar(one + vevent("DTSTART:20260310T140000Z", "No UID")
+                       + vevent("UID:2 DTSTART:20260310T140000Z", "Other")));
+        QCOMPARE(find(),
+                 (QStringList{u"2026-03-10 14:00 Event"_s,
+                              u"2026-03-10 14:00 No UID"_s,
+                              u"2026-03-10 14:00 Other"_s,
+                              u"2026-03-11 14:00 Event"_s}));
+    }
+
+    void readsFoldersThatKhalKnows()
+    {
+        const QByteArray one = vevent("DTSTART:20260310T140000Z");
+        qputenv("DUGWISE_TEST_CALENDARS", m_home->path(u"elsewhere"_s).toUtf8());
+        writeFile(m_home->path(u".config/khal/config"_s),
+                  "[default]\npath = ~/never\n[calendars]\n [[home]]\n  path = ~/khal/home/\n"
+                  "  color = dark green\n [[more]]\npath=\"$DUGWISE_TEST_CALENDARS/*/\"\n"
+                  "type = discover\n[[same]]\npath = ~/.calendars/\n[[none]]\npath = ~/missing\n"
+                  "[locale]\npath = ~/never\n");
+        for (const QString &file : {u"khal/home/a.ics"_s,
+                                    u"elsewhere/x/y/b.ics"_s,
+                                    u".calendars/c/c.ics"_s,
+                                    u"never/d.ics"_s,
+                                    u".calendars/c/.hidden.ics"_s,
+                                    u".calendars/c/e.ics.tmp"_s})
+            writeFile(m_home->path(file),
+                      calendar(vevent("DTSTART:20260310T140000Z", file.toUtf8())));
+        const QString when = u"2026-03-10 14:00 "_s;
+        QCOMPARE(find(),
+                 (QStringList{when + ".calendars/c/c.ics"_L1,
+                              when + "khal/home/a.ics"_L1,
+                              when + "elsewhere/x/y/b.ics"_L1}));
+        QCOMPARE(m_store->sources(),
+                 (QStringList{
+                     u"folder ~/.calendars"_s, u"folder ~/khal/home"_s, u"folder ~/elsewhere"_s}));
+    }
+
+    void followsChanges()
+    {
+        write(u"a.ics"_s, calendar(vevent("DTSTART:20260310T140000Z", "A")));
+        write(u"b.ics"_s,
+              calendar(vevent("DTSTART:20260310T150000Z RRULE:FREQ=DAILY;COUNT=1", "B")));
+        QCOMPARE(find(), (QStringList{u"2026-03-10 14:00 A"_s, u"2026-03-10 15:00 B"_s}));
+        write(u"a.ics"_s, calendar(vevent("DTSTART:20260310T160000Z", "Later")));
+        write(u"0.ics"_s, calendar(vevent("DTSTART:20260310T170000Z", "New")));
+        QCOMPARE(find(),
+                 (QStringList{u"2026-03-10 15:00 B"_s,
+                              u"2026-03-10 16:00 Later"_s,
+                              u"2026-03-10 17:00 New"_s}));
+        QVERIFY(QFile::remove(m_home->path(u".local/share/calendars/b.ics"_s)));
+        QCOMPARE(find(), (QStringList{u"2026-03-10 16:00 Later"_s, u"2026-03-10 17:00 New"_s}));
+    }
+
+    void leavesOutWhatIsBroken_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("found");
+        const QByteArray good = vevent("DTSTART:20260310T140000Z", "Good");
+        const QStringList one{u"2026-03-10 14:00 Good"_s};
+        QTest::newRow("nothing") << QByteArray() << QStringList();
+        QTest::newRow("no calendar") << QByteArray("\x89PNG\r\n\x1a\n\0\0\0:", 13) << QStringList();
+        QTest::newRow("cut off") << good + vevent("DTSTART:20260310T150000Z").chopped(9) << one;
+        QTest::newRow("never ended") << "BEGIN:VEVENT\nDTSTART:20260310T150000Z\n" + good << one;
+        QTest::newRow("alarm never ended")
+            << vevent("DTSTART:20260310T150000Z BEGIN:VALARM").replace("Event", "Bad") + good
+            << QStringList{one + QStringList{u"2026-03-10 15:00 Bad"_s}};
+        for (const auto *const line : {"DTSTART:20260230T100000Z",
+                                       "DTSTART:20261301T100000Z",
+                                       "DTSTART:20260310T250000Z",
+                                       "DTSTART:2026-03-10",
+                                       "DTSTART:-2026031",
+                                       "DTSTART:",
+                                       "DTSTART",
+                                       "DTEND:20260310T100000Z"})
+            QTest::newRow(line) << vevent(line) + good << one;
+        QTest::newRow("bare line feeds") << QByteArray(good).replace("\r\n", "\n") << one;
+        QTest::newRow("folded ten thousand times")
+            << QByteArray(good).replace("Good", "G" + QByteArray("\r\n ").repeated(10'000) + "ood")
+            << one;
+        QTest::newRow("text of ten megabytes") << QByteArray(good).replace(
+            "DTSTART", "DESCRIPTION:" + QByteArray(10'000'000, 'x') + "\r\nDTSTART")
+                                               << one;
+        QTest::newRow("control characters") << QByteArray(good).replace("Good", "Go\x1e\x1f\x1dod")
+                                            << QStringList{u"2026-03-10 14:00 Go   od"_s};
+        QTest::newRow("a zone without sense")
+            << "BEGIN:VTIMEZONE\r\nTZID:Odd\r\nBEGIN:STANDARD\r\nDTSTART:19700101T000000\r\n"
+               "RRULE:FREQ=SECONDLY\r\nTZOFFSETFROM:+9999\r\nTZOFFSETTO:x\r\nEND:STANDARD\r\n"
+               "END:VTIMEZONE\r\n"
+                   + vevent("DTSTART;TZID=Odd:20260310T150000", "Odd") + good
+            << QStringList{one + QStringList{u"2026-03-10 15:00 Odd"_s}};
+    }
+    void leavesOutWhatIsBroken()
+    {
+        QFETCH(const QByteArray, content);
+        QFETCH(const QStringList, found);
+        write(u"a.ics"_s, content);
+        write(u"b.ics"_s, calendar(vevent("DTSTART:20260401T000000Z", "Last")));
+        QCOMPARE(find(), found + QStringList{u"2026-04-01 00:00 Last"_s});
+    }
+
+    void endlessRecurrencesCostNobodyElse()
+    {
+        QByteArray endless = vevent("DTSTART:19700101T000000Z RRULE:FREQ=SECONDLY", "Seconds");
+        endless += vevent("DTSTART:20260301T000000Z RRULE:FREQ=MINUTELY;BYMONTH=3", "Minutes");
+        // Nothing that there ever is, looked for without an end.
+        endless += vevent("DTSTART:20260301T000000Z "
+                          "RRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30",
+                          "Once");
+        endless += vevent("DTSTART:20260302T000000Z RRULE:FREQ=DAILY;COUNT=2", "Daily");
+        write(u"a.ics"_s, calendar(endless));
+        QStringList found;
+        for (int request = 0; request < 6 && !found.contains(u"2026-03-03 00:00 Daily"_s);
+             ++request)
+            found = find(u"2026-03-01"_s, u"2026-03-05"_s);
+        QVERIFY(found.contains(u"2026-03-02 00:00 Daily"_s));
+        QVERIFY(found.contains(u"2026-03-03 00:00 Daily"_s));
+        QVERIFY(found.size() < 20'000);
+    }
+
+    void changesNothing()
+    {
+        write(u"a.ics"_s, calendar(vevent("DTSTART:20260310T140000Z")));
+        const QString path = m_home->path(u".local/share/calendars/a.ics"_s);
+        const QByteArray before = readFile(path);
+        const QDateTime modified = QFileInfo(path).lastModified();
+        QCOMPARE(find().size(), 1);
+        QCOMPARE(readFile(path), before);
+        QCOMPARE(QFileInfo(path).lastModified(), modified);
+        QCOMPARE(QDir(m_home->path(u".local/share/calendars"_s)).entryList(QDir::Files),
+                 QStringList{u"a.ics"_s});
+    }
+
+    void withoutItsParserThereIsNothing()
+    {
+        write(u"a.ics"_s, calendar(vevent("DTSTART:20260310T140000Z")));
+        m_store.emplace(m_home->platform.folders, u"/nonexistent"_s);
+        QCOMPARE(find(), QStringList());
+        m_store.emplace(m_home->platform.folders, u"/bin/true"_s);
+        QCOMPARE(find(), QStringList());
+    }
+};
+
+} // namespace dugwise::test
+
+QTEST_GUILESS_MAIN(dugwise::test::TstDesktopEventStore)
+#include "tst_DesktopEventStore.moc"
