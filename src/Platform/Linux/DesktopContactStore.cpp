@@ -3,6 +3,7 @@
 #include "Platform/Linux/DesktopContactStore.h"
 
 #include "Platform/Linux/CollectionFolders.h"
+#include "Platform/Linux/ThunderbirdStores.h"
 
 #include <chrono>
 
@@ -37,12 +38,16 @@ QList<StoredContact> DesktopContactStore::contactsNamed(const QString &name) con
         });
     };
     read(m_files, collectionFiles(contactFolders(m_folders), ".vcf"));
+    read(m_thunderbird, thunderbirdAddressBooks(m_folders));
     return contacts;
 }
 
 QStringList DesktopContactStore::sources() const
 {
-    return folderDescriptions(contactFolders(m_folders), m_folders.home);
+    QStringList lines = folderDescriptions(contactFolders(m_folders), m_folders.home);
+    if (!thunderbirdAddressBooks(m_folders).isEmpty())
+        lines.append(u"Thunderbird"_s);
+    return lines;
 }
 
 } // namespace dugwise

@@ -3,6 +3,7 @@
 #include "Platform/Linux/DesktopEventStore.h"
 
 #include "Platform/Linux/CollectionFolders.h"
+#include "Platform/Linux/ThunderbirdStores.h"
 
 #include <QSet>
 
@@ -151,12 +152,16 @@ QList<StoredEvent> DesktopEventStore::eventsIn(const DateRange &span) const
         documents.forEach([&](const CalendarItem &item) { occurrences.add(item); });
     };
     read(m_files, collectionFiles(calendarFolders(m_folders), ".ics"));
+    read(m_thunderbird, thunderbirdCalendars(m_folders));
     return occurrences.byStart();
 }
 
 QStringList DesktopEventStore::sources() const
 {
-    return folderDescriptions(calendarFolders(m_folders), m_folders.home);
+    QStringList lines = folderDescriptions(calendarFolders(m_folders), m_folders.home);
+    if (!thunderbirdCalendars(m_folders).isEmpty())
+        lines.append(u"Thunderbird"_s);
+    return lines;
 }
 
 } // namespace dugwise

@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/DesktopContactStore.h"
+#include "support/Fingerprint.h"
 #include "support/SampleFiles.h"
 #include "support/SampleHome.h"
+#include "support/SampleThunderbird.h"
 
 #include <QTest>
 
@@ -177,6 +179,42 @@ private Q_SLOTS:
                               u"folder ~/family"_s}));
         QVERIFY(QFile::remove(m_home->path(u".contacts/x.vcf"_s)));
         QCOMPARE(find(u"sarah two"_s), QStringList());
+    }
+
+    void readsThunderbird()
+    {
+        const QString profile = m_home->path(u"snap/thunderbird/common/.thunderbird/abc.default"_s);
+        QVERIFY(QDir().mkpath(profile));
+        SampleThunderbirdBook history(profile, u"history"_s);
+        history.add(u"h"_s, {{u"DisplayName"_s, u"Sarah Seen"_s}, {u"PrimaryEmail"_s, u"s@b"_s}});
+        SampleThunderbirdBook second(profile, u"abook-1"_s);
+        second.add(u"s"_s,
+                   {{u"FirstName"_s, u"Sarah"_s},
+                    {u"LastName"_s, u"Kim; B\nC"_s},
+                    {u"SecondEmail"_s, u"two@b.org"_s},
+                    {u"PrimaryEmail"_s, u"one@b.org"_s},
+                    {u"CellularNumber"_s, u"+1 555"_s},
+                    {u"PopularityIndex"_s, u"3"_s}});
+        SampleThunderbirdBook first(profile, u"abook"_s);
+        first.run("PRAGMA locking_mode = EXCLUSIVE; BEGIN IMMEDIATE");
+        first.add(u"1"_s, {{u"DisplayName"_s, u"stale Sarah"_s}});
+        first.add(u"2"_s, {{u"NickName"_s, u"Sarah"_s}, {u"LastName"_s, u"Nick"_s}});
+        first.add(u"1"_s,
+                  {{u"_vCard"_s,
+                    u"BEGIN:VCARD\r\nN:Lee;Sarah;;;\r\nEMAIL:lee@b.org\r\nTEL;VALUE=TEXT:5\r\n"
+                    "END:VCARD\r\n"_s}});
+        first.run("COMMIT; INSERT INTO lists VALUES ('l', 'Sarah', '', ''); BEGIN IMMEDIATE");
+        const QByteArray before = fingerprint(m_home->folder.path());
+        QCOMPARE(find(u"sarah"_s),
+                 (QStringList{u"Sarah/Lee lee@b.org 5"_s,
+                              u"/Nick  "_s,
+                              u"Sarah/Kim; B\nC two@b.org,one@b.org +1 555"_s,
+                              u"Sarah Seen/ s@b "_s}));
+        QVERIFY(QDir(m_home->path(u".cache"_s)).removeRecursively());
+        QCOMPARE(fingerprint(m_home->folder.path()), before);
+        QCOMPARE(m_store->sources(), QStringList{u"Thunderbird"_s});
+        second.run("DELETE FROM properties");
+        QCOMPARE(find(u"kim"_s), QStringList());
     }
 };
 

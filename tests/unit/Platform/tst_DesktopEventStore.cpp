@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/DesktopEventStore.h"
+#include "support/Fingerprint.h"
 #include "support/LocalZone.h"
 #include "support/SampleFiles.h"
 #include "support/SampleHome.h"
+#include "support/SampleThunderbird.h"
 
 #include <QTest>
 
@@ -406,17 +408,124 @@ private Q_SLOTS:
         QVERIFY(found.size() < 20'000);
     }
 
+    void readsThunderbird()
+    {
+        const QString profile = m_home->path(u".thunderbird/x.default"_s);
+        QVERIFY(QDir().mkpath(profile));
+        SampleThunderbirdCalendar local(profile);
+        const auto start = [](const QString &time) { return at("2026-"_L1 + time + ":00Z"_L1); };
+        const Instant weekly = start(u"03-23T08:00"_s);
+        const QString berlin = u"Europe/Berlin"_s;
+        local.add({.id = u"1"_s,
+                   .title = u"Plain; with, commas\\"_s,
+                   .start = start(u"03-10T14:00"_s),
+                   .end = start(u"03-10T15:00"_s)});
+        local.addProperty(u"1"_s, u"LOCATION"_s, u"Room 1\nEND:VEVENT"_s);
+        local.addProperty(u"1"_s, u"DESCRIPTION"_s, u"About; it"_s);
+        local.add({.id = u"2"_s,
+                   .title = u"Weekly"_s,
+                   .start = weekly,
+                   .end = start(u"03-23T09:00"_s),
+                   .zone = berlin});
+        local.addRecurrence(u"2"_s, u"RRULE:FREQ=WEEKLY;COUNT=4"_s);
+        local.addRecurrence(u"2"_s, u"EXDATE;TZID=Europe/Berlin:20260413T090000"_s);
+        const Instant replaced = start(u"03-30T07:00"_s); // by then clocks are set forward
+        const QByteArray recurrence = SampleThunderbirdCalendar::time(replaced);
+        local.add({.id = u"2"_s,
+                   .title = u"Moved"_s,
+                   .start = start(u"03-31T10:00"_s),
+                   .end = start(u"03-31T11:00"_s),
+                   .zone = berlin,
+                   .recurrenceId = recurrence});
+        local.addProperty(u"2"_s, u"LOCATION"_s, u"Elsewhere"_s, recurrence);
+        local.add({.id = u"3"_s,
+                   .title = u"Floating"_s,
+                   .start = start(u"05-01T09:00"_s),
+                   .end = start(u"05-01T10:00"_s),
+                   .zone = u"floating"_s});
+        local.add({.id = u"4"_s,
+                   .title = u"Days"_s,
+                   .start = start(u"05-02T00:00"_s),
+                   .end = start(u"05-04T00:00"_s),
+                   .zone = u"floating"_s,
+                   .flags = 8});
+        local.add({.id = u"5"_s,
+                   .title = u"Island"_s,
+                   .start = start(u"06-01T08:00"_s),
+                   .end = start(u"06-01T08:00"_s),
+                   .zone = QString::fromUtf8(kZone)});
+        local.addRecurrence(u"5"_s, u"RRULE:FREQ=MONTHLY;INTERVAL=6;COUNT=2"_s);
+        for (const auto &[status, journal] :
+             {std::pair(u"CANCELLED"_s, "NULL"), std::pair(u""_s, "4")})
+            local.add({.id = u"6"_s,
+                       .title = u"Gone"_s,
+                       .start = weekly,
+                       .end = weekly,
+                       .status = status,
+                       .journal = journal});
+        SampleThunderbirdCalendar cache(profile, u"cache"_s);
+        cache.run("PRAGMA locking_mode = EXCLUSIVE");
+        cache.add({.id = u"1"_s, .title = u"Twice"_s, .start = start(u"03-10T14:00"_s)});
+        cache.add({.id = u"7"_s, .title = u"Remote"_s, .start = start(u"07-01T14:00"_s)});
+
+        setZone(u"America/New_York"_s);
+        const QList<StoredEvent> events = m_store->eventsIn(span(u"2026-01-01"_s, u"2027-01-01"_s));
+        QCOMPARE(starts(events),
+                 (QStringList{u"2026-03-10 14:00 Plain; with, commas\\"_s,
+                              u"2026-03-23 08:00 Weekly"_s,
+                              u"2026-03-31 10:00 Moved"_s,
+                              u"2026-04-06 07:00 Weekly"_s,
+                              u"2026-05-01 13:00 Floating"_s,
+                              u"2026-05-02 04:00 Days"_s,
+                              u"2026-06-01 08:00 Island"_s,
+                              u"2026-07-01 14:00 Remote"_s,
+                              u"2026-12-01 09:00 Island"_s}));
+        QCOMPARE(events[0].location, u"Room 1\nEND:VEVENT"_s);
+        QCOMPARE(events[0].notes, u"About; it"_s);
+        QCOMPARE(events[0].end, start(u"03-10T15:00"_s));
+        QCOMPARE(events[1].location, QString());
+        QCOMPARE(events[2].location, u"Elsewhere"_s);
+        QCOMPARE(events[5].end, start(u"05-04T04:00"_s));
+        QCOMPARE(m_store->sources(), QStringList{u"Thunderbird"_s});
+
+        // While it is being written.
+        local.run("BEGIN; DELETE FROM cal_events WHERE id <> '3'; COMMIT; BEGIN IMMEDIATE");
+        QCOMPARE(find(u"2026-04-20"_s, u"2026-05-03"_s),
+                 QStringList{u"2026-05-01 13:00 Floating"_s});
+    }
+
     void changesNothing()
     {
         write(u"a.ics"_s, calendar(vevent("DTSTART:20260310T140000Z")));
-        const QString path = m_home->path(u".local/share/calendars/a.ics"_s);
-        const QByteArray before = readFile(path);
-        const QDateTime modified = QFileInfo(path).lastModified();
-        QCOMPARE(find().size(), 1);
-        QCOMPARE(readFile(path), before);
-        QCOMPARE(QFileInfo(path).lastModified(), modified);
-        QCOMPARE(QDir(m_home->path(u".local/share/calendars"_s)).entryList(QDir::Files),
-                 QStringList{u"a.ics"_s});
+        const QString profile = m_home->path(u".thunderbird/x.default"_s);
+        QVERIFY(QDir().mkpath(profile));
+        SampleThunderbirdCalendar thunderbird(profile);
+        thunderbird.add({.id = u"1"_s, .title = u"T"_s, .start = at(u"2026-05-01T09:00:00Z"_s)});
+        const QByteArray before = fingerprint(m_home->folder.path());
+        QCOMPARE(find().size(), 2);
+        QCOMPARE(m_store->sources().size(), 2);
+        // But for a place of our own.
+        QVERIFY(QDir(m_home->path(u".cache"_s)).removeRecursively());
+        QCOMPARE(fingerprint(m_home->folder.path()), before);
+    }
+
+    void otherSchemasGiveNothing_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("no database") << QByteArray("Not a database at all, whatever its name.");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("head") << QByteArray("SQLite format 3\0", 16) + QByteArray(2000, '\x7f');
+    }
+    void otherSchemasGiveNothing()
+    {
+        QFETCH(const QByteArray, content);
+        const QString profile = m_home->path(u".thunderbird/x.default"_s);
+        writeFile(profile + u"/calendar-data/local.sqlite"_s, content);
+        SampleDatabase other(
+            profile + u"/calendar-data/cache.sqlite"_s,
+            "CREATE TABLE cal_events (id TEXT); INSERT INTO cal_events VALUES (1)");
+        write(u"a.ics"_s, calendar(vevent("DTSTART:20260310T140000Z")));
+        QCOMPARE(find(), QStringList{u"2026-03-10 14:00 Event"_s});
     }
 
     void withoutItsParserThereIsNothing()
