@@ -47,13 +47,17 @@ QString folderLines(const FileIndexer &fileIndexer)
     return text;
 }
 
+/// Why what a sandboxed helper reads is off.
+QString withoutHelper(const QString &helper)
+{
+    return Sandbox::isAvailable()
+               ? u"off: %1 is not beside the program"_s.arg(helper)
+               : u"off: this system has no Landlock or no seccomp to read them safely"_s;
+}
+
 QString pdfState(const Platform &platform)
 {
-    if (platform.pdfDocuments)
-        return u"on, read in a sandbox"_s;
-    return Sandbox::isAvailable()
-               ? u"off: dugwise-extract is not beside the program"_s
-               : u"off: this system has no Landlock or no seccomp to read them safely"_s;
+    return platform.pdfDocuments ? u"on, read in a sandbox"_s : withoutHelper(u"dugwise-extract"_s);
 }
 
 QString meaningState(const Platform &platform)
@@ -130,20 +134,23 @@ QString personalState(const Platform &platform,
 
 QString calendarState(const Platform &platform)
 {
-    return personalState(
-        platform,
-        PersonalData::calendar,
-        platform.eventStore ? platform.eventStore->sources() : QStringList(),
-        u"Evolution's and Thunderbird's calendars, and .ics files in ~/.calendars"_s);
+    if (!platform.eventStore)
+        return withoutHelper(u"dugwise-agenda"_s);
+    return personalState(platform,
+                         PersonalData::calendar,
+                         platform.eventStore->sources(),
+                         u"calendars of Evolution or Thunderbird, or .ics files in ~/.calendars"_s);
 }
 
 QString contactsState(const Platform &platform)
 {
+    if (!platform.contactStore)
+        return withoutHelper(u"dugwise-agenda"_s);
     return personalState(
         platform,
         PersonalData::contacts,
-        platform.contactStore ? platform.contactStore->sources() : QStringList(),
-        u"Evolution's and Thunderbird's address books, and .vcf files in ~/.contacts"_s);
+        platform.contactStore->sources(),
+        u"address books of Evolution or Thunderbird, or .vcf files in ~/.contacts"_s);
 }
 
 QString networkState(const NetworkMonitor &monitor)
