@@ -74,6 +74,7 @@ int runWindow(char **argv, const QString &request)
     Platform platform(folders);
     addSystemFacilities(platform);
     platform.folderPicker = std::make_unique<DialogFolderPicker>();
+    platform.accessPrompt = std::make_unique<SheetAccessPrompt>();
     DugwiseApp app(platform);
     Session session(platform, app.appState(), app.fileIndexer(), app.networkMonitor());
     Window window(session);

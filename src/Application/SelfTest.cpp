@@ -4,6 +4,7 @@
 
 #include "DugwiseApp.h"
 #include "Platform/SystemFacilities.h"
+#include "Services/AccessRequest.h"
 #include "Utilities/Text.h"
 #include "Views/Window.h"
 
@@ -123,7 +124,12 @@ public:
         m_path = path.get();
         m_platform.networkPathMonitor = std::move(path);
         m_platform.log = [](const QString & /*line*/) {};
+        takeOverAnswers();
         m_app.emplace(m_platform);
+        require(waitUntil([this] { return m_app->appState().isStarted(); }), u"the start"_s);
+        auto prompt = std::make_unique<SheetAccessPrompt>(); // nobody was to be asked so far
+        m_prompt = prompt.get();
+        m_platform.accessPrompt = std::move(prompt);
         m_session.emplace(
             m_platform, m_app->appState(), m_app->fileIndexer(), m_app->networkMonitor());
         m_window.emplace(*m_session);
@@ -138,6 +144,7 @@ public:
         require(waitUntil([this] { return !isBusy(); }), u"the index"_s);
         wait(kEntrance);
         visit(u"welcome"_s);
+        showAccess();
         showPages();
         showConversation();
         showSizes();
@@ -145,6 +152,16 @@ public:
     }
 
 private:
+    /// What the person lets be read is read here as well.
+    void takeOverAnswers()
+    {
+        const Platform theirs(StandardFolders::ofUser());
+        for (const PersonalData data : kAllPersonalData) {
+            if (const auto answer = accessAnswer(theirs.userDefaults, data))
+                setAccessAnswer(m_platform.userDefaults, data, *answer);
+        }
+    }
+
     [[nodiscard]] bool isBusy() { return m_app->fileIndexer().isBusy(); }
 
     static void require(bool isReached, const QString &what)
@@ -179,6 +196,24 @@ private:
         auto *const list = m_window->view()->findChild<QObject *>(u"conversation"_s);
         if (!list || !QMetaObject::invokeMethod(list, "turnPages", Q_ARG(int, count)))
             report(u"there is no conversation to scroll"_s);
+    }
+
+    /// Asks for the sake of the pictures; nothing is done with an answer, and none is given.
+    void showAccess()
+    {
+        const QCoro::Task<std::optional<bool>> calendar = m_prompt->ask(PersonalData::calendar);
+        wait(kEntrance);
+        visit(u"access"_s);
+        m_prompt->dismiss();
+        m_appearance->set({.isDark = true, .reducesMotion = true});
+        wait(100ms);
+        const QCoro::Task<std::optional<bool>> contacts = m_prompt->ask(PersonalData::contacts);
+        wait(100ms);
+        visit(u"access-dark"_s);
+        m_appearance->set({.isDark = false, .reducesMotion = true, .textScale = 1.5});
+        wait(100ms);
+        visit(u"access-large-text"_s);
+        m_prompt->dismiss();
     }
 
     void showPages()
@@ -267,6 +302,7 @@ private:
     QString m_pictureFolder;
     GivenAppearance *m_appearance = nullptr;
     GivenPath *m_path = nullptr;
+    SheetAccessPrompt *m_prompt = nullptr;
     std::optional<DugwiseApp> m_app;
     std::optional<Session> m_session;
     std::optional<Window> m_window;

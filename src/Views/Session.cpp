@@ -57,6 +57,11 @@ DialogFolderPicker *Session::folderPicker() const
     return dynamic_cast<DialogFolderPicker *>(m_platform.folderPicker.get());
 }
 
+SheetAccessPrompt *Session::accessPrompt() const
+{
+    return dynamic_cast<SheetAccessPrompt *>(m_platform.accessPrompt.get());
+}
+
 int Session::page() const
 {
     return static_cast<int>(m_appState.selectedSidebarItem());

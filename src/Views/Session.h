@@ -7,6 +7,7 @@
 #include "Services/FileIndexer.h"
 #include "Services/NetworkMonitor.h"
 #include "Views/DialogFolderPicker.h"
+#include "Views/SheetAccessPrompt.h"
 #include "Views/SystemAppearance.h"
 
 #include <QObject>
@@ -26,6 +27,7 @@ class Session : public QObject
     Q_PROPERTY(dugwise::ConversationModel *conversation READ conversation CONSTANT)
     Q_PROPERTY(dugwise::SystemAppearance *appearance READ appearance CONSTANT)
     Q_PROPERTY(dugwise::DialogFolderPicker *folderPicker READ folderPicker CONSTANT)
+    Q_PROPERTY(dugwise::SheetAccessPrompt *accessPrompt READ accessPrompt CONSTANT)
     Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged)
     Q_PROPERTY(QStringList recentLabels READ recentLabels NOTIFY recentSearchesChanged)
     Q_PROPERTY(bool isSearching READ isSearching NOTIFY isSearchingChanged)
@@ -55,6 +57,8 @@ public:
     [[nodiscard]] SystemAppearance *appearance() { return &m_appearance; }
     /// Null when folders are not chosen in the window.
     [[nodiscard]] DialogFolderPicker *folderPicker() const;
+    /// Null when access is not asked for in the window.
+    [[nodiscard]] SheetAccessPrompt *accessPrompt() const;
     /// The sidebar's destination, as the position of its SidebarItem.
     [[nodiscard]] int page() const;
     void setPage(int page);

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Services/AccessRequest.h"
 #include "Views/ImageProviders.h"
 #include "Views/NoNetwork.h"
 #include "Views/Session.h"
@@ -24,35 +25,34 @@ namespace {
 class Sample : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(dugwise::Session *session READ session CONSTANT)
+    Q_PROPERTY(dugwise::Session *session READ session NOTIFY sessionChanged)
     Q_PROPERTY(bool isReady READ isReady NOTIFY readyChanged)
     Q_PROPERTY(QStringList requests READ requests NOTIFY requestsChanged)
 
 public:
     Sample()
     {
-        writeFile(m_home.path(u"Documents/budget <img src=x> **1**.txt"_s), "paint and nails");
-        writeFile(m_home.path(u"Documents/budget 2026.md"_s), "a budget");
-        writeFile(m_home.path(u"Downloads/lease.txt"_s), "landlord and tenant");
-        writeFile(m_home.path(u"Documents/"_s + QString(60, u'W') + u" budget\nof\u202Efdp.txt"_s),
-                  "");
-        writeFile(m_home.path(u"Extra/plan.txt"_s), "a plan");
-        auto appearance = std::make_unique<FakeDesktopAppearance>();
-        m_appearance = appearance.get();
-        m_home.platform.desktopAppearance = std::move(appearance);
-        m_home.platform.folderPicker = std::make_unique<DialogFolderPicker>();
-        auto workspace = std::make_unique<FakeWorkspace>();
-        m_workspace = workspace.get();
-        m_home.platform.workspace = std::move(workspace);
-        m_state = std::make_unique<AppState>(m_home.platform, AppServices(m_home.platform));
-        m_indexer = std::make_unique<FileIndexer>(m_home.platform);
-        m_network = std::make_unique<NetworkMonitor>(nullptr);
-        m_session = std::make_unique<Session>(m_home.platform, *m_state, *m_indexer, *m_network);
-        setTextScale(1);
         m_server.listen(QHostAddress::LocalHost);
         connect(&m_server, &QTcpServer::newConnection, this, [this] { ++m_visits; });
-        connect(m_indexer.get(), &FileIndexer::settled, this, &Sample::readyChanged);
-        connect(m_state.get(), &AppState::messagesChanged, this, &Sample::requestsChanged);
+        makeHome();
+        start();
+    }
+
+    /// Another home, with a calendar and an address book that may be asked for.
+    Q_INVOKABLE void moveToSources()
+    {
+        stop();
+        makeHome();
+        install<FakeEventStore>(m_home->platform.eventStore);
+        install<FakeContactStore>(m_home->platform.contactStore);
+        start();
+    }
+    /// What the person has answered: a truth value, or nothing.
+    Q_INVOKABLE QVariant accessAnswer(const QString &name) const
+    {
+        const auto answer =
+            dugwise::accessAnswer(m_home->platform.userDefaults, *personalDataNamed(name));
+        return answer ? QVariant(*answer) : QVariant();
     }
 
     [[nodiscard]] Session *session() const { return m_session.get(); }
@@ -72,7 +72,7 @@ public:
     {
         m_appearance->handler({.isDark = isDark, .reducesMotion = true, .textScale = scale});
     }
-    Q_INVOKABLE QUrl extraFolder() const { return QUrl::fromLocalFile(m_home.path(u"Extra"_s)); }
+    Q_INVOKABLE QUrl extraFolder() const { return QUrl::fromLocalFile(m_home->path(u"Extra"_s)); }
     /// A picture on a server of this machine, and how often it was asked for.
     Q_INVOKABLE QString picture() const
     {
@@ -89,11 +89,46 @@ public:
     Q_INVOKABLE QStringList shown() const { return m_workspace->shown; }
 
 Q_SIGNALS:
+    void sessionChanged();
     void readyChanged();
     void requestsChanged();
 
 private:
-    SampleHome m_home;
+    void makeHome()
+    {
+        m_home = std::make_unique<SampleHome>();
+        const QString odd = QString(60, u'W') + u" budget\nof\u202Efdp.txt"_s;
+        writeFile(m_home->path(u"Documents/budget <img src=x> **1**.txt"_s), "paint and nails");
+        writeFile(m_home->path(u"Documents/budget 2026.md"_s), "a budget");
+        writeFile(m_home->path(u"Downloads/lease.txt"_s), "landlord and tenant");
+        writeFile(m_home->path(u"Documents/"_s + odd), "");
+        writeFile(m_home->path(u"Extra/plan.txt"_s), "a plan");
+    }
+    void start()
+    {
+        Platform &platform = m_home->platform;
+        m_appearance = &install<FakeDesktopAppearance>(platform.desktopAppearance);
+        m_workspace = &install<FakeWorkspace>(platform.workspace);
+        install<DialogFolderPicker>(platform.folderPicker);
+        install<SheetAccessPrompt>(platform.accessPrompt);
+        m_state = std::make_unique<AppState>(platform, AppServices(platform));
+        m_indexer = std::make_unique<FileIndexer>(platform);
+        m_network = std::make_unique<NetworkMonitor>(nullptr);
+        m_session = std::make_unique<Session>(platform, *m_state, *m_indexer, *m_network);
+        setTextScale(1);
+        connect(m_indexer.get(), &FileIndexer::settled, this, &Sample::readyChanged);
+        connect(m_state.get(), &AppState::messagesChanged, this, &Sample::requestsChanged);
+        Q_EMIT sessionChanged();
+    }
+    void stop()
+    {
+        m_session.reset();
+        m_network.reset();
+        m_indexer.reset();
+        m_state.reset();
+    }
+
+    std::unique_ptr<SampleHome> m_home;
     FakeWorkspace *m_workspace = nullptr;
     FakeDesktopAppearance *m_appearance = nullptr;
     QTcpServer m_server;

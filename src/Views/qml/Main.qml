@@ -58,6 +58,9 @@ ApplicationWindow {
             folders.open()
         }
     }
+    AccessSheet {
+        prompt: root.session.accessPrompt
+    }
     onClosing: {
         if (root.visibility === Window.Windowed)
             root.session.setWindowSize(Qt.size(root.width, root.height))
