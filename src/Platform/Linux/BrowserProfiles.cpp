@@ -57,6 +57,14 @@ QStringList foldersOfIni(const QString &root)
 
 } // namespace
 
+QStringList profileFolders(const QStringList &roots)
+{
+    QStringList profiles;
+    for (const QString &root : roots)
+        profiles += foldersIn(root) + foldersOfIni(root);
+    return profiles;
+}
+
 QStringList firefoxDatabases(const StandardFolders &folders)
 {
     const QString flatpaks = folders.home + "/.var/app"_L1;
@@ -69,10 +77,7 @@ QStringList firefoxDatabases(const StandardFolders &folders)
         folders.home + "/.librewolf"_L1,
         flatpaks + "/io.gitlab.librewolf-community/.librewolf"_L1,
     };
-    QStringList profiles;
-    for (const QString &root : roots)
-        profiles += foldersIn(root) + foldersOfIni(root);
-    return existingFiles(profiles, "places.sqlite"_L1);
+    return existingFiles(profileFolders(roots), "places.sqlite"_L1);
 }
 
 QStringList chromiumDatabases(const StandardFolders &folders)

@@ -8,6 +8,10 @@
 
 namespace dugwise {
 
+/// The folders of all profiles that Mozilla's programs keep below these folders, and of those that
+/// a profiles.ini there points to; some more than once.
+[[nodiscard]] QStringList profileFolders(const QStringList &roots);
+
 /// The places.sqlite of every profile of Firefox and LibreWolf: where their packages, snaps and
 /// flatpaks keep them, and where a profiles.ini points to.
 [[nodiscard]] QStringList firefoxDatabases(const StandardFolders &folders);

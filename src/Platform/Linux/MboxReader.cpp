@@ -121,8 +121,9 @@ void recognise(MboxReader::Message &message)
 
 } // namespace
 
-MboxReader::MboxReader(FileDescriptor file, qint64 offset)
+MboxReader::MboxReader(FileDescriptor file, qint64 offset, qint64 end)
     : m_file(std::move(file))
+    , m_end(end)
     , m_offset(offset)
 {}
 
@@ -202,9 +203,11 @@ bool MboxReader::readOn()
     if (m_isAtEnd)
         return false;
     const std::size_t before = m_buffer.size();
+    const qint64 from = m_offset + static_cast<qint64>(before);
+    const auto most = std::clamp<qint64>(m_end - from, 0, kPiece);
     m_buffer.resize(before + kPiece);
-    const ssize_t count = ::pread(
-        m_file.get(), m_buffer.data() + before, kPiece, m_offset + static_cast<qint64>(before));
+    const ssize_t count =
+        ::pread(m_file.get(), m_buffer.data() + before, static_cast<std::size_t>(most), from);
     m_buffer.resize(before + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     m_isAtEnd = count <= 0;
     return !m_isAtEnd;

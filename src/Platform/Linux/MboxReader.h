@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 
+#include <limits>
 #include <optional>
 #include <string>
 
@@ -29,8 +30,11 @@ public:
         bool isExpunged; ///< deleted in Thunderbird, and still there until the folder is compacted
     };
 
-    /// Begins with the separator at `offset`; a file that has none there has no messages.
-    MboxReader(FileDescriptor file, qint64 offset);
+    /// Begins with the separator at `offset`; a file that has none there has no messages. What is
+    /// behind `end` is taken for not there.
+    explicit MboxReader(FileDescriptor file,
+                        qint64 offset = 0,
+                        qint64 end = std::numeric_limits<qint64>::max());
 
     /// Absent behind the last one.
     [[nodiscard]] std::optional<Message> next();
@@ -50,6 +54,7 @@ private:
     void dropTaken();
 
     FileDescriptor m_file;
+    qint64 m_end;
     std::string m_buffer;   ///< a stretch of the file
     qint64 m_offset;        ///< where it begins there
     std::size_t m_next = 0; ///< the first byte in it that is in no message yet

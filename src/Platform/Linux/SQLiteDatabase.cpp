@@ -2,11 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/SQLiteDatabase.h"
 
+#include "Platform/FileDescriptor.h"
 #include "Utilities/Text.h"
 
 #include <QFile>
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 #include <array>
 
@@ -19,6 +22,8 @@ constexpr int kStepsBetweenStops = 10'000;      // of SQLite's virtual machine
 
 void distrust(sqlite3 *database)
 {
+    if (!database)
+        return;
     constexpr std::array kSettings{
         std::pair{SQLITE_DBCONFIG_DEFENSIVE, 1},
         std::pair{SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
@@ -62,9 +67,56 @@ void SQLiteStatement::bind(int parameter, int number)
         sqlite3_bind_int(m_statement.get(), parameter, number);
 }
 
+void SQLiteStatement::bind(int parameter, qint64 number)
+{
+    if (m_statement)
+        sqlite3_bind_int64(m_statement.get(), parameter, number);
+}
+
+void SQLiteStatement::bind(int parameter, std::string_view utf8)
+{
+    if (m_statement)
+        sqlite3_bind_text64(m_statement.get(),
+                            parameter,
+                            utf8.data() ? utf8.data() : "",
+                            utf8.size(),
+                            SQLITE_TRANSIENT,
+                            SQLITE_UTF8);
+}
+
+void SQLiteStatement::bindNull(int parameter)
+{
+    if (m_statement)
+        sqlite3_bind_null(m_statement.get(), parameter);
+}
+
 bool SQLiteStatement::step()
 {
     return m_statement && sqlite3_step(m_statement.get()) == SQLITE_ROW;
+}
+
+bool SQLiteStatement::run()
+{
+    const bool isDone = m_statement && sqlite3_step(m_statement.get()) == SQLITE_DONE;
+    reset();
+    return isDone;
+}
+
+void SQLiteStatement::reset()
+{
+    sqlite3_reset(m_statement.get());
+}
+
+bool SQLiteStatement::isNull(int column) const
+{
+    return sqlite3_column_type(m_statement.get(), column) == SQLITE_NULL;
+}
+
+std::string_view SQLiteStatement::bytes(int column) const
+{
+    const void *const text = sqlite3_column_text(m_statement.get(), column);
+    const int size = sqlite3_column_bytes(m_statement.get(), column);
+    return {static_cast<const char *>(text), static_cast<std::size_t>(text ? size : 0)};
 }
 
 std::optional<QString> SQLiteStatement::text(int column) const
@@ -105,13 +157,13 @@ SQLiteDatabase::SQLiteDatabase(const QByteArray &name, int flags, std::stop_toke
         m_database.reset();
         return;
     }
-    distrust(database);
     sqlite3_progress_handler(database, kStepsBetweenStops, isOver, m_limits.get());
 }
 
 SQLiteDatabase::SQLiteDatabase(const QString &path, std::stop_token stop)
     : SQLiteDatabase(QFile::encodeName(path), SQLITE_OPEN_READWRITE, std::move(stop))
 {
+    distrust(m_database.get());
     // No file of shared memory beside it.
     execute("PRAGMA locking_mode = EXCLUSIVE");
 }
@@ -121,7 +173,19 @@ SQLiteDatabase SQLiteDatabase::inPlace(const QString &path, std::stop_token stop
     // https://sqlite.org/uri.html#uriimmutable
     const QByteArray uri =
         "file://" + QFile::encodeName(path).toPercentEncoding("/") + "?immutable=1";
-    return {uri, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, std::move(stop)};
+    SQLiteDatabase database(uri, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, std::move(stop));
+    distrust(database.m_database.get());
+    return database;
+}
+
+SQLiteDatabase SQLiteDatabase::own(const QString &path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    // SQLite gives its logs the rights of the database. Closing one that was there before would
+    // drop the locks that this process holds on it (https://sqlite.org/howtocorrupt.html).
+    const FileDescriptor made(
+        ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    return {name, SQLITE_OPEN_READWRITE, {}};
 }
 
 void SQLiteDatabase::setDeadline(QDeadlineTimer deadline)
@@ -150,6 +214,18 @@ SQLiteStatement SQLiteDatabase::prepare(const char *sql) const
     if (m_database)
         sqlite3_prepare_v2(m_database.get(), sql, -1, &statement, nullptr);
     return SQLiteStatement(statement);
+}
+
+bool SQLiteDatabase::run(const char *sql) const
+{
+    return m_database
+           && sqlite3_exec(m_database.get(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+bool SQLiteDatabase::isDamaged() const
+{
+    const int error = m_database ? sqlite3_errcode(m_database.get()) : SQLITE_OK;
+    return error == SQLITE_CORRUPT || error == SQLITE_NOTADB;
 }
 
 void SQLiteDatabase::execute(const char *sql) const

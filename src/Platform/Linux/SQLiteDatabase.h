@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <stop_token>
+#include <string_view>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -23,15 +24,27 @@ public:
     /// Gives a parameter its value; they count from 1.
     void bind(int parameter, const QString &text);
     void bind(int parameter, int number);
+    void bind(int parameter, qint64 number);
+    /// As text, which must be UTF-8.
+    void bind(int parameter, std::string_view utf8);
+    void bindNull(int parameter);
 
     /// Goes to the next row; false when there is none, or on an error, a stop or a deadline.
     [[nodiscard]] bool step();
+    /// For one that has no rows: carries it out and makes it ready for its next values; false on an
+    /// error.
+    [[nodiscard]] bool run();
+    /// Makes it ready for other values.
+    void reset();
 
     /// Columns count from 0; text is absent where it is NULL or no valid UTF-8.
     [[nodiscard]] std::optional<QString> text(int column) const;
     /// 0 where it is NULL or no number.
     [[nodiscard]] qint64 integer(int column) const;
     [[nodiscard]] double real(int column) const;
+    [[nodiscard]] bool isNull(int column) const;
+    /// The text as it is, until the next step.
+    [[nodiscard]] std::string_view bytes(int column) const;
 
 private:
     struct Finalizer
@@ -41,8 +54,9 @@ private:
     std::unique_ptr<sqlite3_stmt, Finalizer> m_statement;
 };
 
-/// Another program's database, read with distrust: no statement changes it, and nothing in its
-/// schema runs (views, triggers and functions are off). For one thread at a time.
+/// A database for one thread at a time. Unless it is one of our own it is another program's, read
+/// with distrust: no statement changes it, and nothing in its schema runs (views, triggers and
+/// functions are off).
 class SQLiteDatabase
 {
 public:
@@ -54,6 +68,9 @@ public:
     /// at. What is read counts for nothing if the file changes meanwhile.
     [[nodiscard]] static SQLiteDatabase inPlace(const QString &path, std::stop_token stop);
 
+    /// One of our own, to be read and written; made, for its owner only, where there is none.
+    [[nodiscard]] static SQLiteDatabase own(const QString &path);
+
     /// Statements fail from then on.
     void setDeadline(QDeadlineTimer deadline);
     /// Makes and removes views that only this object knows, by statements "CREATE TEMP VIEW" and
@@ -63,6 +80,10 @@ public:
     /// Whether it is open and a database; reads its first page.
     [[nodiscard]] bool isReadable() const;
     [[nodiscard]] SQLiteStatement prepare(const char *sql) const;
+    /// Carries out statements without rows, up to one that fails.
+    [[nodiscard]] bool run(const char *sql) const;
+    /// Whether the latest thing that was done failed for the file being damaged or no database.
+    [[nodiscard]] bool isDamaged() const;
 
 private:
     struct Limits

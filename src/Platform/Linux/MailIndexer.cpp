@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/MailIndexer.h"
+
+#include "Platform/FileLock.h"
+#include "Platform/Linux/MailIndex.h"
+#include "Platform/Linux/MailIndexWriter.h"
+#include "Platform/Linux/MailStores.h"
+#include "Platform/Linux/MailUpdate.h"
+#include "Platform/MailParser.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QTimer>
+
+#include <sched.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise {
+
+namespace {
+
+/// A thread that has been made idle, or one that is to end soon.
+void setPolicy(pid_t thread, int policy)
+{
+    const sched_param priority{.sched_priority = 0};
+    ::sched_setscheduler(thread, policy, &priority);
+}
+
+} // namespace
+
+MailIndexer::MailIndexer(StandardFolders folders, QString program)
+    : m_folders(std::move(folders))
+    , m_program(std::move(program))
+{}
+
+MailIndexer::~MailIndexer()
+{
+    m_thread.request_stop();
+    // Or it would get to its end only when everybody else is idle.
+    if (m_isRunning)
+        setPolicy(m_threadID, SCHED_OTHER);
+}
+
+std::shared_future<void> MailIndexer::update(bool isAwaited)
+{
+    if (m_isRunning)
+        return m_current;
+    std::promise<void> current;
+    m_current = current.get_future().share();
+    std::stop_source haste;
+    if (isAwaited)
+        QTimer::singleShot(kHaste, qApp, [haste]() mutable { haste.request_stop(); });
+    else
+        haste.request_stop();
+    m_isRunning = true;
+    m_threadID = 0;
+    m_thread = std::jthread(
+        [this](const std::stop_token &stop, std::stop_source hasteOver, std::promise<void> done) {
+            run(stop, std::move(hasteOver), std::move(done));
+        },
+        std::move(haste),
+        std::move(current));
+    return m_current;
+}
+
+void MailIndexer::run(const std::stop_token &stop,
+                      std::stop_source haste,
+                      std::promise<void> current)
+{
+    m_threadID = ::gettid();
+    const std::stop_callback endHaste(stop, [&haste] { haste.request_stop(); });
+    bool isCurrent = false;
+    const auto onCurrent = [&] {
+        if (!std::exchange(isCurrent, true))
+            current.set_value();
+        setPolicy(0, SCHED_IDLE);
+    };
+    bool isDone = false;
+    if (!haste.stop_requested())
+        isDone = pass(haste.get_token(), onCurrent);
+    setPolicy(0, SCHED_IDLE);
+    if (!isDone && !stop.stop_requested())
+        isDone = pass(stop, onCurrent);
+    if (!isCurrent)
+        current.set_value();
+    m_isRunning = false;
+}
+
+/// False when it was stopped.
+bool MailIndexer::pass(const std::stop_token &stop, const std::function<void()> &onCurrent) const
+{
+    QList<MailFolder> folders;
+    for (const MailStore &store : mailStores(m_folders))
+        folders += mailFolders(store);
+    if (folders.isEmpty() && !QFileInfo::exists(MailIndex::path(m_folders.cache)))
+        return true;
+    makePrivateFolder(m_folders.cache);
+    const FileLock lock(m_folders.cache + "/mail.lock"_L1);
+    if (lock.state() != FileLock::State::held)
+        return true;
+    MailParser parser(m_program);
+    // A damaged index is made anew, once.
+    for (int attempt = 0; attempt < 2 && !stop.stop_requested(); ++attempt) {
+        MailIndexWriter index(m_folders.cache);
+        MailUpdate(index, parser, stop).run(folders, onCurrent);
+        if (!index.isDamaged())
+            break;
+        index.markDamaged();
+    }
+    return !stop.stop_requested();
+}
+
+} // namespace dugwise
