@@ -331,7 +331,8 @@ void MailIndexWriter::make()
     for (const auto end : {""_L1, "-wal"_L1, "-shm"_L1})
         QFile::remove(m_path + end);
     m_database = SQLiteDatabase::own(m_path);
-    check(m_database.run("PRAGMA page_size = 8192; PRAGMA journal_mode = WAL; BEGIN"));
+    check(m_database.run("PRAGMA synchronous = OFF; PRAGMA page_size = 8192;"
+                         "PRAGMA journal_mode = WAL; BEGIN"));
     check(m_database.run(kTables));
     const QByteArray version = "PRAGMA user_version = " + QByteArray::number(MailIndex::kVersion);
     check(m_database.run(version.constData()));

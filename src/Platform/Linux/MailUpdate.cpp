@@ -140,21 +140,28 @@ MailUpdate::MailUpdate(MailIndexWriter &index, MailParser &parser, std::stop_tok
 
 void MailUpdate::run(const QList<MailFolder> &folders, const std::function<void()> &onCurrent)
 {
-    const QList<Work> all = findWork(folders);
-    for (const Work &work : all)
-        m_total += work.isUrgent ? work.size : 0;
-    for (const bool isUrgent : {true, false}) {
-        for (const Work &work : all) {
-            if (work.isUrgent == isUrgent && !m_isStopped && !m_index.hasFailed())
-                carryOut(work);
-        }
-        if (isUrgent && !m_isStopped && !m_stop.stop_requested()) {
-            m_total = 0;
-            m_index.begin();
-            m_index.setProgress(0, 0);
-            m_index.commit();
-            onCurrent();
-        }
+    const auto isToEnd = [this] {
+        return m_isStopped || m_stop.stop_requested() || m_index.hasFailed();
+    };
+    QList<Work> urgent = findWork(folders);
+    urgent.removeIf([](const Work &work) { return !work.isUrgent; });
+    for (const Work &work : std::as_const(urgent))
+        m_total += work.size;
+    for (const Work &work : std::as_const(urgent)) {
+        if (!isToEnd())
+            carryOut(work);
+    }
+    if (isToEnd())
+        return;
+    m_total = 0;
+    m_index.begin();
+    m_index.setProgress(0, 0);
+    m_index.commit();
+    onCurrent();
+    // Also what has grown just now, if messages before that may have been deleted.
+    for (const Work &work : findWork(folders)) {
+        if (!isToEnd())
+            carryOut(work);
     }
 }
 

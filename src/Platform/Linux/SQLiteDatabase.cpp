@@ -18,6 +18,7 @@ namespace dugwise {
 namespace {
 
 constexpr int kLargestValue = 16 * 1024 * 1024; // bytes
+constexpr int kPatience = 300;                  // milliseconds
 constexpr int kStepsBetweenStops = 10'000;      // of SQLite's virtual machine
 
 void distrust(sqlite3 *database)
@@ -185,7 +186,11 @@ SQLiteDatabase SQLiteDatabase::own(const QString &path)
     // drop the locks that this process holds on it (https://sqlite.org/howtocorrupt.html).
     const FileDescriptor made(
         ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
-    return {name, SQLITE_OPEN_READWRITE, {}};
+    SQLiteDatabase database(name, SQLITE_OPEN_READWRITE, {});
+    // Whoever is the last to close it has it alone for a moment.
+    if (database.m_database)
+        sqlite3_busy_timeout(database.m_database.get(), kPatience);
+    return database;
 }
 
 void SQLiteDatabase::setDeadline(QDeadlineTimer deadline)
