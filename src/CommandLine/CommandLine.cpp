@@ -11,6 +11,7 @@
 #include "Platform/Platform.h"
 #include "Services/FileIndexer.h"
 #include "Services/NetworkMonitor.h"
+#include "Services/StoredSwitch.h"
 #include "Utilities/Formatters.h"
 #include "Utilities/PrintableText.h"
 #include "Utilities/Text.h"
@@ -186,6 +187,8 @@ int CommandLine::addFolder(const QString &folder)
     waitUntilSettled();
     m_fileIndexer.addFolderURL(QUrl::fromLocalFile(folder));
     waitUntilSettled();
+    if (isIndexingOff())
+        return kDone;
     print(u"%1 is indexed; %2 in all.\n"_s.arg(
         printable(folder), counted(m_fileIndexer.totalFilesIndexed(), u"file"_s)));
     return kDone;
@@ -206,9 +209,20 @@ int CommandLine::removeFolder(const QString &folder)
     return kDone;
 }
 
+/// Tells the person when nothing is walked.
+bool CommandLine::isIndexingOff() const
+{
+    const bool isOff = !kEnableLocalIndexing.isOn(m_platform.userDefaults);
+    if (isOff)
+        complain(u"local indexing is off in the settings: nothing was indexed"_s);
+    return isOff;
+}
+
 int CommandLine::index()
 {
     waitUntilSettled();
+    if (isIndexingOff())
+        return kNothing;
     m_fileIndexer.reindexAll();
     waitUntilSettled();
     print(u"%1 indexed in %2.\n"_s.arg(

@@ -35,6 +35,7 @@ private:
     [[nodiscard]] int listFolders();
     [[nodiscard]] int addFolder(const QString &folder);
     [[nodiscard]] int removeFolder(const QString &folder);
+    [[nodiscard]] bool isIndexingOff() const;
     [[nodiscard]] int index();
     [[nodiscard]] int status();
     void answer(const QString &request, bool json);

@@ -18,6 +18,7 @@ public:
 
     [[nodiscard]] bool contains(const QString &path, const FileAttributes &attributes) const;
     void insert(const QString &path, const FileAttributes &attributes) const;
+    void clear() const;
 
 private:
     void removeOldMarkers() const;

@@ -37,6 +37,8 @@ public:
     [[nodiscard]] virtual bool read(const QString &path,
                                     const std::function<void(const PDFDocument &document)> &use,
                                     const std::stop_token &stop) const = 0;
+    /// Forgets which documents could not be read: they are tried again.
+    virtual void forgetFailures() const {}
 };
 
 } // namespace dugwise

@@ -28,6 +28,7 @@ public:
     [[nodiscard]] bool read(const QString &path,
                             const std::function<void(const PDFDocument &document)> &use,
                             const std::stop_token &stop) const override;
+    void forgetFailures() const override;
 
     /// For one document, from its opening to its last page.
     static constexpr std::chrono::seconds kDeadline{5};

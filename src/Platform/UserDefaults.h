@@ -25,9 +25,11 @@ public:
 
     [[nodiscard]] std::optional<QStringList> stringList(const QString &key) const;
     [[nodiscard]] std::optional<QByteArrayList> byteArrayList(const QString &key) const;
+    [[nodiscard]] std::optional<bool> boolean(const QString &key) const;
 
     void setStringList(const QString &key, const QStringList &value);
     void setByteArrayList(const QString &key, const QByteArrayList &value);
+    void setBoolean(const QString &key, bool value);
 
 private:
     void write(const QString &key, const QVariant &value);

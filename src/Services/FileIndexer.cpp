@@ -2,14 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Services/FileIndexer.h"
 
-#include "Platform/DirectoryListing.h"
-#include "Platform/FolderBookmark.h"
 #include "Platform/Platform.h"
 #include "Services/RecordVectors.h"
 
 #include <QCoroFuture>
 #include <QDir>
-#include <QFileInfo>
 #include <QPointer>
 #include <QThread>
 #include <QtConcurrentRun>
@@ -28,25 +25,6 @@ constexpr qsizetype kBatch = 32;
 
 /// How long the start-up waits for another process before it goes on with what is on disk.
 constexpr std::chrono::seconds kStartUpWait{10};
-
-using Resolved = QList<Outcome<QString>>;
-
-Resolved resolveAll(const QByteArrayList &bookmarks)
-{
-    Resolved resolved;
-    for (const QByteArray &bookmark : bookmarks)
-        resolved.append(FolderBookmark::resolve(bookmark));
-    return resolved;
-}
-
-QStringList existingFolders(const QStringList &paths)
-{
-    QStringList existing;
-    std::ranges::copy_if(paths, std::back_inserter(existing), [](const QString &path) {
-        return QDir::isAbsolutePath(path) && QFileInfo(path).isDir();
-    });
-    return existing;
-}
 
 QSet<QString> pathsOf(const QList<IndexedFile> &files)
 {
@@ -115,7 +93,9 @@ FileIndexer::FileIndexer(Platform &platform, QObject *parent)
     : QObject(parent)
     , m_platform(platform)
     , m_store(platform.folders.data, kIndexFileName, storedVectors(platform), m_workers)
+    , m_folders(platform, m_workers)
 {
+    connect(&m_folders, &IndexedFolders::changed, this, &FileIndexer::indexedFolderURLsChanged);
     m_workers.setMaxThreadCount(std::max(2, QThread::idealThreadCount()));
     startUp();
 }
@@ -130,7 +110,7 @@ QCoro::Task<void> FileIndexer::startUp()
 {
     const QPointer<FileIndexer> self(this);
     const Task task(*this);
-    co_await restoreFolders();
+    co_await m_folders.restore();
     if (!self)
         co_return;
     co_await restoreIndex();
@@ -140,29 +120,6 @@ QCoro::Task<void> FileIndexer::startUp()
     if (!self)
         co_return;
     co_await makeMissingVectors();
-}
-
-QCoro::Task<void> FileIndexer::restoreFolders()
-{
-    const QPointer<FileIndexer> self(this);
-    const QByteArrayList bookmarks =
-        m_platform.userDefaults.byteArrayList(kBookmarksKey).value_or(QByteArrayList());
-    const QStringList paths =
-        m_platform.userDefaults.stringList(kFolderPathsKey).value_or(QStringList());
-    const QFuture<Resolved> resolving = QtConcurrent::run(&m_workers, resolveAll, bookmarks);
-    const QFuture<QStringList> checking = QtConcurrent::run(&m_workers, existingFolders, paths);
-    const Resolved resolved = co_await resolving;
-    const QStringList existing = co_await checking;
-    if (!self)
-        co_return;
-    QStringList folders;
-    for (const Outcome<QString> &folder : resolved) {
-        if (folder)
-            folders.append(*folder);
-        else
-            m_platform.log(u"Failed to resolve bookmark: "_s + folder.error());
-    }
-    appendFolders(folders + existing);
 }
 
 QCoro::Task<void> FileIndexer::restoreIndex()
@@ -186,7 +143,7 @@ QCoro::Task<void> FileIndexer::indexCommonFolders()
     const QStringList present = co_await checking;
     if (!self)
         co_return;
-    const bool isAdded = appendFolders(present);
+    const bool isAdded = m_folders.append(present);
     m_isRestored = true;
     for (const auto &change : std::exchange(m_waitingChanges, {}))
         change();
@@ -198,12 +155,14 @@ QCoro::Task<void> FileIndexer::indexCommonFolders()
     adopt(*turn);
     if (turn->lock.state() == FileLock::State::heldByAnother)
         co_return; // the folders are not saved either: the next start finds them new again
-    saveFolderPaths();
+    m_folders.savePaths();
+    const IndexingOptions options = IndexingOptions::stored(m_platform.userDefaults);
+    const int reindexings = m_reindexings;
     for (const QString &path : common) {
-        if (!isListed(path))
+        if (!m_folders.contains(path))
             continue;
-        co_await walk(path);
-        if (!self)
+        co_await walk(path, options);
+        if (!self || m_reindexings != reindexings)
             co_return;
     }
 }
@@ -257,34 +216,18 @@ void FileIndexer::addFolderURL(const QUrl &folder)
     if (!isRestored([this, folder] { addFolderURL(folder); }))
         return;
     const QString path = folderPath(folder);
-    if (isListed(path))
+    if (m_folders.contains(path))
         return;
     saveBookmark(path);
-    appendFolders({path});
-    saveFolderPaths();
+    m_folders.append({path});
+    m_folders.savePaths();
     indexFolder(QUrl::fromLocalFile(path));
 }
 
 QCoro::Task<void> FileIndexer::saveBookmark(QString folder)
 {
-    const QPointer<FileIndexer> self(this);
     const Task task(*this);
-    const std::shared_ptr<Turnstile::Pass> pass = co_await m_bookmarks.enter();
-    if (!self)
-        co_return;
-    const QFuture<Outcome<QByteArray>> creating =
-        QtConcurrent::run(&m_workers, FolderBookmark::create, folder);
-    const Outcome<QByteArray> bookmark = co_await creating;
-    if (!self)
-        co_return;
-    if (!bookmark) {
-        m_platform.log(u"Failed to save bookmark: "_s + bookmark.error());
-        co_return;
-    }
-    UserDefaults &defaults = m_platform.userDefaults;
-    QByteArrayList bookmarks = defaults.byteArrayList(kBookmarksKey).value_or(QByteArrayList());
-    bookmarks.append(*bookmark);
-    defaults.setByteArrayList(kBookmarksKey, bookmarks);
+    co_await m_folders.saveBookmark(folder);
 }
 
 void FileIndexer::removeFolder(const QUrl &folder)
@@ -292,34 +235,17 @@ void FileIndexer::removeFolder(const QUrl &folder)
     if (!isRestored([this, folder] { removeFolder(folder); }))
         return;
     const QString path = folderPath(folder);
-    m_indexedFolderURLs.removeAll(QUrl::fromLocalFile(path));
-    Q_EMIT indexedFolderURLsChanged();
+    m_folders.remove(path);
     removeRecordsBelow(path);
-    saveFolderPaths();
+    m_folders.savePaths();
     removeBookmark(path);
     saveRemoval(path);
 }
 
 QCoro::Task<void> FileIndexer::removeBookmark(QString folder)
 {
-    const QPointer<FileIndexer> self(this);
     const Task task(*this);
-    const std::shared_ptr<Turnstile::Pass> pass = co_await m_bookmarks.enter();
-    if (!self)
-        co_return;
-    const QByteArrayList bookmarks =
-        m_platform.userDefaults.byteArrayList(kBookmarksKey).value_or(QByteArrayList());
-    const QFuture<Resolved> resolving = QtConcurrent::run(&m_workers, resolveAll, bookmarks);
-    const Resolved resolved = co_await resolving;
-    if (!self)
-        co_return;
-    QByteArrayList kept;
-    for (qsizetype i = 0; i < bookmarks.size(); ++i) {
-        if (!resolved[i] || *resolved[i] != folder)
-            kept.append(bookmarks[i]);
-    }
-    if (kept.size() < bookmarks.size())
-        m_platform.userDefaults.setByteArrayList(kBookmarksKey, kept);
+    co_await m_folders.removeBookmark(folder);
 }
 
 QCoro::Task<void> FileIndexer::saveRemoval(QString folder)
@@ -330,62 +256,112 @@ QCoro::Task<void> FileIndexer::saveRemoval(QString folder)
     if (!self)
         co_return;
     adopt(*turn);
-    if (!isListed(folder))
+    if (!m_folders.contains(folder))
         removeRecordsBelow(folder);
     co_await saveIndex();
 }
 
 void FileIndexer::reindexAll()
 {
-    if (isRestored([this] { reindexAll(); }))
-        reindex();
+    if (!isRestored([this] { reindexAll(); }))
+        return;
+    const IndexingOptions options = IndexingOptions::stored(m_platform.userDefaults);
+    if (options.isEnabled)
+        reindex(options, Caches::kept);
 }
 
-QCoro::Task<void> FileIndexer::reindex()
+void FileIndexer::clearIndexedData()
+{
+    if (!isRestored([this] { clearIndexedData(); }))
+        return;
+    setIndexedFiles({});
+    countFiles();
+    reindex(IndexingOptions::stored(m_platform.userDefaults), Caches::dropped);
+}
+
+/// One that follows does all of it again: then this one, and any walk under way, ends early.
+QCoro::Task<void> FileIndexer::reindex(IndexingOptions options, Caches caches)
 {
     const QPointer<FileIndexer> self(this);
     const Task task(*this);
+    const int reindexings = ++m_reindexings;
     const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
     if (!self)
         co_return;
     adopt(*turn);
     setIndexedFiles({});
-    setIsIndexing(true);
-    setIndexingProgress(0);
-    const QList<QUrl> folders = m_indexedFolderURLs;
-    for (const QUrl &folder : folders) {
-        const QString path = folderPath(folder);
-        co_await walk(path);
+    if (caches == Caches::dropped) {
+        co_await dropCaches();
         if (!self)
             co_return;
     }
+    if (m_reindexings != reindexings)
+        co_return;
+    setIsIndexing(options.isEnabled);
+    setIndexingProgress(0);
+    const QList<QUrl> folders = m_folders.urls();
+    bool isSaved = false;
+    for (const QUrl &folder : folders) {
+        const QString path = folderPath(folder);
+        if (!m_folders.contains(path)) // removed meanwhile
+            continue;
+        const bool isWalked = co_await walk(path, options);
+        if (!self || m_reindexings != reindexings)
+            co_return;
+        isSaved = isWalked;
+    }
     setIsIndexing(false);
     countFiles();
+    if (!isSaved)
+        co_await saveIndex();
+}
+
+/// What is kept on disk of the files beside their records, and the records on disk.
+QCoro::Task<void> FileIndexer::dropCaches()
+{
+    const QPointer<FileIndexer> self(this);
+    const PDFDocumentReader *const reader = m_platform.pdfDocuments.get();
+    if (reader) {
+        const QFuture<void> forgetting =
+            QtConcurrent::run(&m_workers, &PDFDocumentReader::forgetFailures, reader);
+        co_await forgetting;
+        if (!self)
+            co_return;
+    }
+    const Outcome<Success> outcome = co_await m_store.clear();
+    if (self)
+        logUnsaved(outcome);
 }
 
 QCoro::Task<void> FileIndexer::indexFolder(QUrl folder)
 {
     const QPointer<FileIndexer> self(this);
     const Task task(*this);
+    const IndexingOptions options = IndexingOptions::stored(m_platform.userDefaults);
+    if (!options.isEnabled)
+        co_return;
     setIsIndexing(true);
     const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
     if (!self)
         co_return;
     adopt(*turn);
     const QString path = folderPath(folder);
-    co_await walk(path);
+    co_await walk(path, options);
 }
 
 /// Lists the folder, reads what the desktop knows about files, has the folder's records made by the
 /// workers, a few batches ahead, and appends them in listing order. Stops early when the folder is
-/// removed meanwhile.
-QCoro::Task<void> FileIndexer::walk(QString folder)
+/// removed or all are to be walked again. Tells whether it came to the end and saved the index.
+QCoro::Task<bool> FileIndexer::walk(QString folder, IndexingOptions options)
 {
     const QPointer<FileIndexer> self(this);
+    if (!options.isEnabled)
+        co_return false;
     setIsIndexing(true);
     setIndexingProgress(0);
+    const int reindexings = m_reindexings;
     QFuture<std::optional<QList<ListedFile>>> listing =
-        QtConcurrent::run(&m_workers, listFolder, folder, m_stop.get_token());
+        QtConcurrent::run(&m_workers, listIncluded, folder, options, m_stop.get_token());
     QFuture<QSet<QString>> gathering = QtConcurrent::run(&m_workers, pathsOf, m_indexedFiles);
     const QFuture<std::shared_ptr<const MetadataIndex>> reading = QtConcurrent::run(
         &m_workers, readMetadata, m_platform.metadataReader.get(), m_metadata, m_stop.get_token());
@@ -393,22 +369,25 @@ QCoro::Task<void> FileIndexer::walk(QString folder)
     QSet<QString> knownPaths = co_await gathering;
     const std::shared_ptr<const MetadataIndex> metadata = co_await reading;
     if (!self)
-        co_return;
+        co_return false;
     freeInWorker(std::exchange(m_metadata, metadata));
     // What the futures share with these would be copied at the first change.
     listing = {};
     gathering = {};
     if (!listed) {
         setIsIndexing(false);
-        co_return;
+        co_return false;
     }
 
     const auto batchesAhead = 2 * static_cast<std::size_t>(m_workers.maxThreadCount());
-    const bool wasListed = isListed(folder);
+    const bool wasListed = m_folders.contains(folder);
+    const auto isWanted = [&] {
+        return m_folders.contains(folder) == wasListed && m_reindexings == reindexings;
+    };
     std::deque<QFuture<QList<IndexedFile>>> batches;
     qsizetype started = 0;
     qsizetype done = 0;
-    while (done < listed->size() && isListed(folder) == wasListed) {
+    while (done < listed->size() && isWanted()) {
         while (started < listed->size() && batches.size() < batchesAhead) {
             batches.push_back(buildRecords(listed->mid(started, kBatch), knownPaths));
             started += kBatch;
@@ -417,54 +396,34 @@ QCoro::Task<void> FileIndexer::walk(QString folder)
         batches.pop_front();
         const QList<IndexedFile> records = co_await batch;
         if (!self)
-            co_return;
+            co_return false;
+        if (m_reindexings != reindexings)
+            break; // the list may have been emptied already
         append(records, knownPaths);
         done = std::min(done + kBatch, listed->size());
         setIndexingProgress(static_cast<double>(done) / static_cast<double>(listed->size()));
     }
     freeInWorker(std::move(*listed), std::move(knownPaths));
     setIsIndexing(false);
+    if (m_reindexings != reindexings)
+        co_return false;
     countFiles();
     co_await saveIndex();
+    co_return true;
 }
 
 QCoro::Task<void> FileIndexer::saveIndex()
 {
     const QPointer<FileIndexer> self(this);
     const Outcome<Success> outcome = co_await m_store.save(m_indexedFiles);
-    if (self && !outcome)
+    if (self)
+        logUnsaved(outcome);
+}
+
+void FileIndexer::logUnsaved(const Outcome<Success> &outcome) const
+{
+    if (!outcome)
         m_platform.log(u"Failed to save index: "_s + outcome.error());
-}
-
-bool FileIndexer::isListed(const QString &folder) const
-{
-    return m_indexedFolderURLs.contains(QUrl::fromLocalFile(folder));
-}
-
-/// Lists those that are not listed yet, and tells whether there were any.
-bool FileIndexer::appendFolders(const QStringList &folders)
-{
-    QSet<QUrl> listed(m_indexedFolderURLs.cbegin(), m_indexedFolderURLs.cend());
-    const qsizetype before = m_indexedFolderURLs.size();
-    for (const QString &folder : folders) {
-        const QUrl url = QUrl::fromLocalFile(folder);
-        if (listed.contains(url))
-            continue;
-        listed.insert(url);
-        m_indexedFolderURLs.append(url);
-    }
-    if (m_indexedFolderURLs.size() == before)
-        return false;
-    Q_EMIT indexedFolderURLsChanged();
-    return true;
-}
-
-void FileIndexer::saveFolderPaths()
-{
-    QStringList paths;
-    for (const QUrl &folder : std::as_const(m_indexedFolderURLs))
-        paths.append(folder.toLocalFile());
-    m_platform.userDefaults.setStringList(kFolderPathsKey, paths);
 }
 
 bool FileIndexer::isRestored(const std::function<void()> &change)

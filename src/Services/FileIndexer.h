@@ -5,6 +5,8 @@
 #include "Models/Records/IndexedFile.h"
 #include "Services/FileRecord.h"
 #include "Services/IndexStore.h"
+#include "Services/IndexedFolders.h"
+#include "Services/IndexingOptions.h"
 
 #include <QCoroTask>
 #include <QLatin1StringView>
@@ -36,8 +38,6 @@ class FileIndexer : public QObject
     Q_PROPERTY(qsizetype totalFilesIndexed READ totalFilesIndexed NOTIFY totalFilesIndexedChanged)
 
 public:
-    static constexpr QLatin1StringView kBookmarksKey{"SavedFolderBookmarks"};
-    static constexpr QLatin1StringView kFolderPathsKey{"SavedFolderPaths"};
     static constexpr QLatin1StringView kIndexFileName{"file_index.json"};
 
     /// Starts the start-up sequence: folders from bookmarks and paths, the index from its file,
@@ -49,7 +49,7 @@ public:
     /// The index, in the order in which records were added.
     [[nodiscard]] QList<IndexedFile> indexedFiles() const { return m_indexedFiles; }
     /// The folders, in the order in which they were added.
-    [[nodiscard]] QList<QUrl> indexedFolderURLs() const { return m_indexedFolderURLs; }
+    [[nodiscard]] QList<QUrl> indexedFolderURLs() const { return m_folders.urls(); }
     [[nodiscard]] bool isIndexing() const { return m_isIndexing; }
     /// Share of the current folder's files that are done, from 0 to 1.
     [[nodiscard]] double indexingProgress() const { return m_indexingProgress; }
@@ -64,9 +64,12 @@ public:
     void addFolderURL(const QUrl &folder);
     /// Removes a folder and the records of the files below it.
     void removeFolder(const QUrl &folder);
-    /// Forgets all records and walks every folder again.
+    /// Forgets all records and walks every folder again, unless local indexing is off.
     void reindexAll();
-    /// Walks one folder and adds records for files that have none.
+    /// Forgets all records, at once and on disk, and what was cached about files; then walks every
+    /// folder again, unless local indexing is off.
+    void clearIndexedData();
+    /// Walks one folder and adds records for files that have none, unless local indexing is off.
     QCoro::Task<void> indexFolder(QUrl folder);
 
 Q_SIGNALS:
@@ -79,9 +82,9 @@ Q_SIGNALS:
 
 private:
     class Task;
+    enum class Caches { kept, dropped };
 
     QCoro::Task<void> startUp();
-    QCoro::Task<void> restoreFolders();
     QCoro::Task<void> restoreIndex();
     QCoro::Task<void> indexCommonFolders();
     QCoro::Task<void> makeMissingVectors();
@@ -89,13 +92,12 @@ private:
     QCoro::Task<void> saveBookmark(QString folder);
     QCoro::Task<void> removeBookmark(QString folder);
     QCoro::Task<void> saveRemoval(QString folder);
-    QCoro::Task<void> reindex();
-    QCoro::Task<void> walk(QString folder);
+    QCoro::Task<void> reindex(IndexingOptions options, Caches caches);
+    QCoro::Task<void> dropCaches();
+    QCoro::Task<bool> walk(QString folder, IndexingOptions options);
     QCoro::Task<void> saveIndex();
 
-    [[nodiscard]] bool isListed(const QString &folder) const;
-    bool appendFolders(const QStringList &folders);
-    void saveFolderPaths();
+    void logUnsaved(const Outcome<Success> &outcome) const;
     /// Whether the start-up has restored the folders and the index; until then `change` waits.
     [[nodiscard]] bool isRestored(const std::function<void()> &change);
     void adopt(IndexStore::Turn &turn);
@@ -114,15 +116,15 @@ private:
     QThreadPool m_workers;
     std::stop_source m_stop;
     IndexStore m_store;
-    Turnstile m_bookmarks; ///< changes of the stored bookmarks
+    IndexedFolders m_folders;
     QList<IndexedFile> m_indexedFiles;
     /// As the last walk read it; shared with the workers that look into it.
     std::shared_ptr<const MetadataIndex> m_metadata;
-    QList<QUrl> m_indexedFolderURLs;
     bool m_isIndexing = false;
     double m_indexingProgress = 0;
     qsizetype m_totalFilesIndexed = 0;
     int m_tasks = 0;
+    int m_reindexings = 0; ///< asked for so far
     bool m_isRestored = false;
     QList<std::function<void()>> m_waitingChanges; ///< asked for before that
 };

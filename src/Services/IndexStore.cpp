@@ -8,6 +8,7 @@
 #include "Services/VectorFile.h"
 
 #include <QDeadlineTimer>
+#include <QFile>
 #include <QTimer>
 #include <QtConcurrentRun>
 
@@ -58,6 +59,13 @@ Outcome<Success> saveIndex(const QString &path,
     return outcome;
 }
 
+Outcome<Success> clearIndex(const QString &path, const std::optional<Vectors> &vectors)
+{
+    if (vectors)
+        QFile::remove(vectors->path);
+    return IndexFile::save(path, {});
+}
+
 } // namespace
 
 IndexStore::IndexStore(const QString &folder,
@@ -100,6 +108,11 @@ QCoro::Task<void> IndexStore::saveVectors(QList<IndexedFile> files)
     return saveVectors(m_state, std::move(files));
 }
 
+QCoro::Task<Outcome<Success>> IndexStore::clear()
+{
+    return clear(m_state);
+}
+
 QCoro::Task<std::optional<QList<IndexedFile>>> IndexStore::load(std::shared_ptr<State> state)
 {
     if (!state->workers)
@@ -138,6 +151,17 @@ QCoro::Task<Outcome<Success>> IndexStore::save(std::shared_ptr<State> state,
     const QFuture<Outcome<Success>> saving =
         QtConcurrent::run(state->workers.data(), saveIndex, state->path, state->vectors, files);
     const Outcome<Success> outcome = co_await saving;
+    state->version = versionOnDisk(state->path);
+    co_return outcome;
+}
+
+QCoro::Task<Outcome<Success>> IndexStore::clear(std::shared_ptr<State> state)
+{
+    if (!state->workers)
+        co_return Failure{u"the program is ending"_s};
+    const QFuture<Outcome<Success>> clearing =
+        QtConcurrent::run(state->workers.data(), clearIndex, state->path, state->vectors);
+    const Outcome<Success> outcome = co_await clearing;
     state->version = versionOnDisk(state->path);
     co_return outcome;
 }

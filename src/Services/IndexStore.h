@@ -56,6 +56,8 @@ public:
     [[nodiscard]] QCoro::Task<Outcome<Success>> save(QList<IndexedFile> files);
     /// Keeps the vectors alone, of an index that is saved already.
     [[nodiscard]] QCoro::Task<void> saveVectors(QList<IndexedFile> files);
+    /// Saves an index of nothing, and removes the vectors.
+    [[nodiscard]] QCoro::Task<Outcome<Success>> clear();
 
 private:
     /// What tells one written file from the next.
@@ -84,6 +86,7 @@ private:
                                                     std::optional<std::chrono::milliseconds> limit);
     static QCoro::Task<Outcome<Success>> save(std::shared_ptr<State> state,
                                               QList<IndexedFile> files);
+    static QCoro::Task<Outcome<Success>> clear(std::shared_ptr<State> state);
     static QCoro::Task<void> saveVectors(std::shared_ptr<State> state, QList<IndexedFile> files);
 
     // Shared with the tasks under way, which may outlive the store.

@@ -112,6 +112,9 @@ class FakePDFDocumentReader final : public PDFDocumentReader
 {
 public:
     QHash<QString, FakePages> documents;
+    mutable int forgotten = 0; ///< how often
+
+    void forgetFailures() const override { ++forgotten; }
 
     [[nodiscard]] bool read(const QString &path,
                             const std::function<void(const PDFDocument &document)> &use,

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -45,13 +46,20 @@ unsigned char typeOf(DIR *folder, const dirent &entry)
     return static_cast<unsigned char>(IFTODT(facts.st_mode));
 }
 
-std::vector<Entry> visibleEntries(DIR *folder)
+bool isWanted(const char *name, HiddenNames hidden)
+{
+    if (hidden == HiddenNames::skipped)
+        return name[0] != '.';
+    const std::string_view text(name);
+    return text != "." && text != "..";
+}
+
+std::vector<Entry> wantedEntries(DIR *folder, HiddenNames hidden)
 {
     std::vector<Entry> entries;
     // NOLINTNEXTLINE(concurrency-mt-unsafe): each thread reads a folder that it opened itself
     while (const dirent *entry = ::readdir(folder)) {
-        const bool isHidden = entry->d_name[0] == '.';
-        if (isHidden || !QByteArrayView(entry->d_name).isValidUtf8())
+        if (!isWanted(entry->d_name, hidden) || !QByteArrayView(entry->d_name).isValidUtf8())
             continue;
         const unsigned char type = typeOf(folder, *entry);
         if (type == DT_REG || type == DT_DIR)
@@ -74,9 +82,10 @@ QString join(const QString &folderPath, const QString &name)
 void append(QList<ListedFile> &files,
             const QString &folderPath,
             OpenFolder folder,
-            const std::stop_token &stop)
+            const std::stop_token &stop,
+            HiddenNames hidden)
 {
-    const std::vector<Entry> entries = visibleEntries(folder.get());
+    const std::vector<Entry> entries = wantedEntries(folder.get(), hidden);
     folder.reset(); // a deep tree must not use up the process's open files
     for (const Entry &entry : entries) {
         if (stop.stop_requested())
@@ -87,7 +96,7 @@ void append(QList<ListedFile> &files,
         } else if (!isPackageName(name)) {
             const QString path = join(folderPath, name);
             if (OpenFolder below = open(path))
-                append(files, path, std::move(below), stop);
+                append(files, path, std::move(below), stop, hidden);
         }
     }
 }
@@ -99,13 +108,14 @@ QString ListedFile::path() const
     return join(folderPath, name);
 }
 
-std::optional<QList<ListedFile>> listFolder(const QString &folder, const std::stop_token &stop)
+std::optional<QList<ListedFile>>
+listFolder(const QString &folder, const std::stop_token &stop, HiddenNames hidden)
 {
     OpenFolder opened = open(folder);
     if (!opened)
         return std::nullopt;
     QList<ListedFile> files;
-    append(files, folder, std::move(opened), stop);
+    append(files, folder, std::move(opened), stop, hidden);
     return files;
 }
 

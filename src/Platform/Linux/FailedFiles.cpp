@@ -33,6 +33,11 @@ void FailedFiles::insert(const QString &path, const FileAttributes &attributes) 
         marker.open(QFile::WriteOnly, QFile::ReadOwner | QFile::WriteOwner);
 }
 
+void FailedFiles::clear() const
+{
+    QDir(m_folder).removeRecursively();
+}
+
 /// Their files have changed or gone, most likely.
 void FailedFiles::removeOldMarkers() const
 {

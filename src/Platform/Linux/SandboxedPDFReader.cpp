@@ -69,6 +69,11 @@ bool SandboxedPDFReader::read(const QString &path,
     return isRead.get();
 }
 
+void SandboxedPDFReader::forgetFailures() const
+{
+    FailedFiles(m_failedFilesFolder, QString()).clear();
+}
+
 bool SandboxedPDFReader::readInThisThread(const QString &path,
                                           const Use &use,
                                           const std::stop_token &stop) const

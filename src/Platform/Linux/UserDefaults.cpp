@@ -17,6 +17,9 @@ namespace dugwise {
 
 namespace {
 
+constexpr QLatin1StringView kTrue{"true"};
+constexpr QLatin1StringView kFalse{"false"};
+
 template <typename T>
 bool holdsOnly(const QVariantList &values)
 {
@@ -81,6 +84,16 @@ std::optional<QByteArrayList> UserDefaults::byteArrayList(const QString &key) co
     return list;
 }
 
+std::optional<bool> UserDefaults::boolean(const QString &key) const
+{
+    const QStringList value = stringList(key).value_or(QStringList());
+    if (value == QStringList{kTrue})
+        return true;
+    if (value == QStringList{kFalse})
+        return false;
+    return std::nullopt;
+}
+
 void UserDefaults::setStringList(const QString &key, const QStringList &value)
 {
     write(key, value);
@@ -92,6 +105,11 @@ void UserDefaults::setByteArrayList(const QString &key, const QByteArrayList &va
     for (const QByteArray &entry : value)
         list.append(entry);
     write(key, list);
+}
+
+void UserDefaults::setBoolean(const QString &key, bool value)
+{
+    setStringList(key, {value ? kTrue : kFalse});
 }
 
 void UserDefaults::write(const QString &key, const QVariant &value)

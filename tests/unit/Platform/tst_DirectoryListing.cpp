@@ -61,6 +61,8 @@ private Q_SLOTS:
         QCOMPARE(::bind(server, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
         ::close(server);
         QCOMPARE(listed(), QStringList{u"kept.pages"_s});
+        QCOMPARE(listed(HiddenNames::listed),
+                 (QStringList{u".folder/inside.txt"_s, u".hidden.txt"_s, u"kept.pages"_s}));
     }
 
     void knowsPackages()
@@ -164,10 +166,11 @@ private:
         return m_bytes.constData();
     }
     const char *bytes(const QString &name) { return raw(name.toUtf8()); }
-    [[nodiscard]] QStringList listed() const
+    [[nodiscard]] QStringList listed(HiddenNames hidden = HiddenNames::skipped) const
     {
         QStringList names;
-        for (const ListedFile &file : listFolder(m_folder->path()).value_or(QList<ListedFile>()))
+        const auto files = listFolder(m_folder->path(), {}, hidden);
+        for (const ListedFile &file : files.value_or(QList<ListedFile>()))
             names.append(QDir(m_folder->path()).relativeFilePath(file.path()));
         return names;
     }

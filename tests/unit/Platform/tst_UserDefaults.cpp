@@ -60,6 +60,17 @@ private Q_SLOTS:
         QCOMPARE(readAgain().stringList(u"Other"_s), (QStringList{u"a"_s, u"b"_s}));
     }
 
+    void keepsBooleans()
+    {
+        for (const bool value : {true, false, true}) {
+            UserDefaults(path()).setBoolean(kKey, value);
+            QVERIFY(readFile(path()).contains(value ? "Key=true" : "Key=false"));
+            QCOMPARE(readAgain().boolean(kKey), value);
+        }
+        for (const char *stored : {"Other=true", "Key=1", "Key=", "Key=TRUE", "Key=true, false"})
+            QVERIFY2(!UserDefaults(fileOf(stored)).boolean(kKey), stored);
+    }
+
     void countsOtherTypesAsAbsent()
     {
         for (const char *stored : {"Other=1",

@@ -135,7 +135,7 @@ private Q_SLOTS:
 
     void resolvesBookmarks()
     {
-        m_platform->userDefaults.setByteArrayList(FileIndexer::kBookmarksKey, {"garbage"});
+        m_platform->userDefaults.setByteArrayList(IndexedFolders::kBookmarksKey, {"garbage"});
         writeFile(path(u"Projects/a.txt"_s), "A");
         QVERIFY(launch() && add({u"Projects"_s}));
         QVERIFY(QFile::rename(path(u"Projects"_s), path(u"Work"_s)));
@@ -255,6 +255,110 @@ private Q_SLOTS:
         QCOMPARE(folders(), QStringList{path(u"Documents"_s)});
     }
 
+    void clearsAllIndexedData()
+    {
+        writeMany(u"Documents"_s, 100);
+        writeMany(u"Downloads"_s, 100);
+        m_platform->sentenceEmbedding = std::make_unique<FakeSentenceEmbedding>();
+        auto owned = std::make_unique<FakePDFDocumentReader>();
+        const FakePDFDocumentReader &reader = *owned;
+        m_platform->pdfDocuments = std::move(owned);
+        const QString vectors = m_platform->folders.cache + u"/vectors"_s;
+        QVERIFY(launch() && QFile::exists(vectors));
+        const QUuid oldId = files().first()->id;
+
+        bool isCleanOnDisk = false;
+        connect(m_indexer.get(), &FileIndexer::isIndexingChanged, this, [&] {
+            isCleanOnDisk = isCleanOnDisk
+                            || (m_indexer->isIndexing() && !QFile::exists(vectors)
+                                && IndexFile::load(indexPath()) == QList<IndexedFile>());
+        });
+        m_indexer->clearIndexedData();
+        QVERIFY(files().isEmpty());
+        QCOMPARE(m_indexer->totalFilesIndexed(), 0);
+        QVERIFY(settle(*m_indexer));
+        QVERIFY(isCleanOnDisk);
+        QCOMPARE(reader.forgotten, 1);
+        QCOMPARE(files().size(), 200);
+        QVERIFY(files().first()->id != oldId);
+        QCOMPARE(m_indexer->totalFilesIndexed(), 200);
+        QVERIFY(isSaved() && QFile::exists(vectors));
+
+        QVERIFY(remove(u"Documents"_s) && remove(u"Downloads"_s));
+        m_indexer->clearIndexedData();
+        QVERIFY(settle(*m_indexer));
+        QVERIFY(files().isEmpty() && isSaved());
+        QVERIFY(!m_indexer->isIndexing());
+        QCOMPARE(m_indexer->totalFilesIndexed(), 0);
+    }
+
+    void startsAnewDuringAWalk_data()
+    {
+        QTest::addColumn<QByteArray>("steps"); // c: clear, i: re-index, r: remove, w: wait
+        for (const char *steps : {"i",
+                                  "c",
+                                  "ii",
+                                  "ic",
+                                  "ci",
+                                  "cc",
+                                  "wi",
+                                  "wc",
+                                  "iwi",
+                                  "cwc",
+                                  "iwcwi",
+                                  "cr",
+                                  "rc",
+                                  "iwr"})
+            QTest::newRow(steps) << QByteArray(steps);
+    }
+    void startsAnewDuringAWalk()
+    {
+        QFETCH(QByteArray, steps);
+        const QString names = writeMany(u"Documents"_s, 600).join(u' ');
+        writeMany(u"Projects"_s, 600);
+        QVERIFY(launch());
+        m_indexer->addFolderURL(url(u"Projects"_s));
+        QVERIFY(QTest::qWaitFor([&] { return m_indexer->indexingProgress() > 0; }));
+        for (const char step : steps) {
+            if (step == 'c') {
+                m_indexer->clearIndexedData();
+                QVERIFY(files().isEmpty());
+            } else if (step == 'i') {
+                m_indexer->reindexAll();
+            } else if (step == 'r') {
+                m_indexer->removeFolder(url(u"Projects"_s));
+            } else {
+                QVERIFY(QTest::qWaitFor([&] { return !files().isEmpty(); }));
+            }
+        }
+        QVERIFY(settle(*m_indexer));
+        QVERIFY(!m_indexer->isIndexing() && isSaved());
+        const bool isRemoved = steps.contains('r');
+        QCOMPARE(this->names(), isRemoved ? names : names + u' ' + names);
+        QCOMPARE(m_indexer->totalFilesIndexed(), files().size());
+    }
+
+    void aDriveGoesAway()
+    {
+        writeMany(u"Drive"_s, 800);
+        QVERIFY(launch() && add({u"Drive"_s}));
+        m_indexer->reindexAll();
+        QVERIFY(QTest::qWaitFor([&] { return m_indexer->indexingProgress() > 0; }));
+        QVERIFY(QFile::rename(path(u"Drive"_s), path(u"Elsewhere"_s)));
+        QVERIFY(settle(*m_indexer));
+        QVERIFY(files().size() < 800 && isSaved());
+        QCOMPARE(m_indexer->totalFilesIndexed(), files().size());
+        m_indexer->reindexAll();
+        QVERIFY(settle(*m_indexer));
+        QVERIFY(files().isEmpty() && isSaved());
+        QCOMPARE(m_indexer->totalFilesIndexed(), 0);
+        QCOMPARE(folders(), QStringList{path(u"Drive"_s)});
+        QVERIFY(QFile::rename(path(u"Elsewhere"_s), path(u"Drive"_s)));
+        m_indexer->reindexAll();
+        QVERIFY(settle(*m_indexer));
+        QCOMPARE(files().size(), 800);
+    }
+
     void removesAFolderDuringItsWalk()
     {
         writeMany(u"Projects"_s, 1500);
@@ -275,7 +379,7 @@ private Q_SLOTS:
         QVERIFY(QDir().mkdir(path(u"Gone"_s)));
         const QByteArray lost = *FolderBookmark::create(path(u"Gone"_s));
         QVERIFY(QDir().rmdir(path(u"Gone"_s)));
-        m_platform->userDefaults.setByteArrayList(FileIndexer::kBookmarksKey, {lost});
+        m_platform->userDefaults.setByteArrayList(IndexedFolders::kBookmarksKey, {lost});
         for (const QString &name : {u"A"_s, u"B"_s, u"C"_s})
             writeFile(path(name + u"/file.txt"_s), "x");
         QVERIFY(launch() && add({u"A"_s}));
@@ -305,7 +409,7 @@ private Q_SLOTS:
             QVERIFY(launch() && add({u"Old"_s}));
         }
         // Without its bookmark the old folder is known by its path alone.
-        m_platform->userDefaults.setByteArrayList(FileIndexer::kBookmarksKey, {});
+        m_platform->userDefaults.setByteArrayList(IndexedFolders::kBookmarksKey, {});
         m_indexer = std::make_unique<FileIndexer>(*m_platform);
         QVERIFY(add({u"New"_s}));
         QCOMPARE(files().size(), known + 1);
@@ -539,12 +643,12 @@ private:
     }
     [[nodiscard]] QStringList savedPaths() const
     {
-        const auto saved = m_platform->userDefaults.stringList(FileIndexer::kFolderPathsKey);
+        const auto saved = m_platform->userDefaults.stringList(IndexedFolders::kPathsKey);
         return saved.value_or(QStringList());
     }
     [[nodiscard]] QByteArrayList savedBookmarks() const
     {
-        const auto saved = m_platform->userDefaults.byteArrayList(FileIndexer::kBookmarksKey);
+        const auto saved = m_platform->userDefaults.byteArrayList(IndexedFolders::kBookmarksKey);
         return saved.value_or(QByteArrayList());
     }
     /// Where the saved bookmarks lead, empty where nowhere.
