@@ -191,11 +191,18 @@ private:
         wait(kEntrance);
     }
 
-    void turnPages(int count)
+    void turnPages(int count, const QString &area = u"conversation"_s)
     {
-        auto *const list = m_window->view()->findChild<QObject *>(u"conversation"_s);
-        if (!list || !QMetaObject::invokeMethod(list, "turnPages", Q_ARG(int, count)))
-            report(u"there is no conversation to scroll"_s);
+        auto *const found = m_window->view()->findChild<QObject *>(area);
+        if (!found || !QMetaObject::invokeMethod(found, "turnPages", Q_ARG(int, count)))
+            report(u"there is no %1 to scroll"_s.arg(area));
+    }
+
+    void press(const QString &button)
+    {
+        auto *const found = m_window->view()->findChild<QObject *>(button);
+        if (!found || !QMetaObject::invokeMethod(found, "clicked"))
+            report(u"there is no %1 to press"_s.arg(button));
     }
 
     /// Asks for the sake of the pictures; nothing is done with an answer, and none is given.
@@ -223,16 +230,44 @@ private:
         visit(u"welcome-dark"_s);
         m_appearance->set({.isDark = false, .reducesMotion = true});
         for (const SidebarItem page : kAllSidebarItems) {
-            if (page == SidebarItem::home)
-                continue;
-            m_app->appState().setSelectedSidebarItem(page);
-            visit(rawValue(page).toLower());
+            if (page != SidebarItem::home)
+                showPage(page);
         }
         m_app->appState().setSelectedSidebarItem(SidebarItem::home);
         showIndexing();
         m_path->set({});
         visit(u"offline"_s);
         m_path->set({.isSatisfied = true});
+    }
+
+    /// Its beginning and its end, in all looks.
+    void showPage(SidebarItem page)
+    {
+        const QString name = rawValue(page).toLower();
+        const QString area = name + "View"_L1;
+        m_app->appState().setSelectedSidebarItem(page);
+        const auto showBothEnds = [&](const QString &state, const Appearance &appearance) {
+            m_appearance->set(appearance);
+            wait(100ms);
+            turnPages(-99, area);
+            visit(state);
+            turnPages(99, area);
+            visit(state + "-end"_L1);
+        };
+        showBothEnds(name, {.isDark = false, .reducesMotion = true});
+        showBothEnds(name + "-dark"_L1, {.isDark = true, .reducesMotion = true});
+        const Appearance large{.isDark = false, .reducesMotion = true, .textScale = 1.5};
+        showBothEnds(name + "-large-text"_L1, large);
+        m_window->view()->resize(m_window->view()->minimumSize());
+        showBothEnds(name + "-small-large-text"_L1, large);
+        if (page == SidebarItem::settings) {
+            press(u"clear"_s);
+            wait(100ms);
+            visit(name + "-clear"_L1);
+            press(u"cancelClear"_s);
+        }
+        m_window->view()->resize(1200, 750);
+        m_appearance->set({.isDark = false, .reducesMotion = true});
     }
 
     /// A walk of a few files is over before the next event: it is shown from within its beginning.

@@ -142,6 +142,25 @@ QCoro::Task<void> AppState::requestAccess()
     answerAtStart();
 }
 
+QCoro::Task<void> AppState::requestAccessAgain(PersonalData data)
+{
+    const QPointer<AppState> self(this);
+    UserDefaults &defaults = m_platform.userDefaults;
+    const bool wasDenied = !accessAnswer(defaults, data).value_or(true);
+    if (wasDenied)
+        forgetAccessAnswer(defaults, data);
+    if (data == PersonalData::calendar)
+        co_await m_services.calendar->requestAccess();
+    else
+        co_await m_services.contacts->requestAccess();
+    if (!self)
+        co_return;
+    if (wasDenied && !accessAnswer(defaults, data)) // no answer leaves it at the one before
+        setAccessAnswer(defaults, data, false);
+    publish(m_calendarEnabled, m_services.calendar->hasAccess(), &AppState::calendarEnabledChanged);
+    publish(m_contactsEnabled, m_services.contacts->hasAccess(), &AppState::contactsEnabledChanged);
+}
+
 void AppState::answerAtStart()
 {
     if (--m_unansweredAtStart == 0)

@@ -7,6 +7,7 @@
 #include "Models/Records/ChatAction.h"
 #include "Models/Records/ChatMessage.h"
 #include "Models/Records/SidebarItem.h"
+#include "Platform/AccessPrompt.h"
 
 #include <QCoroTask>
 #include <QFuture>
@@ -75,6 +76,9 @@ public:
     void submitQuery(const QString &text, const QList<IndexedFile> &files);
     /// Has previewInsights() made for a file, without a message.
     void generatePreviewInsights(const IndexedFile &file);
+    /// Asks the person for access once more; calendarEnabled() or contactsEnabled() then tells the
+    /// answer.
+    [[nodiscard]] QCoro::Task<void> requestAccessAgain(PersonalData data);
     /// Starts a new conversation; the recent searches stay.
     void clearChat();
 

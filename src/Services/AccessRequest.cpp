@@ -53,6 +53,11 @@ void setAccessAnswer(UserDefaults &defaults, PersonalData data, bool isGranted)
     defaults.setStringList(keyOf(data), {isGranted ? kGranted : kDenied});
 }
 
+void forgetAccessAnswer(UserDefaults &defaults, PersonalData data)
+{
+    defaults.setStringList(keyOf(data), {});
+}
+
 AccessRequest::AccessRequest(Platform &platform, PersonalData data)
     : m_platform(platform)
     , m_data(data)

@@ -28,6 +28,7 @@ inline constexpr std::array kAllPersonalData{PersonalData::calendar, PersonalDat
 /// What the person has answered so far; absent until they have.
 [[nodiscard]] std::optional<bool> accessAnswer(const UserDefaults &defaults, PersonalData data);
 void setAccessAnswer(UserDefaults &defaults, PersonalData data, bool isGranted);
+void forgetAccessAnswer(UserDefaults &defaults, PersonalData data);
 
 /// Whether one kind of personal data may be read in this run: asked for once, and remembered in
 /// the user defaults. Lives on the UI thread.

@@ -32,6 +32,7 @@ Session::Session(Platform &platform,
     , m_network(network)
     , m_conversation(appState, platform.clock)
     , m_appearance(platform.desktopAppearance.get())
+    , m_settings(platform, appState, indexer)
 {
     connect(&appState, &AppState::selectedSidebarItemChanged, this, &Session::pageChanged);
     connect(&appState, &AppState::recentSearchesChanged, this, &Session::recentSearchesChanged);

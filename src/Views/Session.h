@@ -7,6 +7,7 @@
 #include "Services/FileIndexer.h"
 #include "Services/NetworkMonitor.h"
 #include "Views/DialogFolderPicker.h"
+#include "Views/SettingsModel.h"
 #include "Views/SheetAccessPrompt.h"
 #include "Views/SystemAppearance.h"
 
@@ -26,6 +27,7 @@ class Session : public QObject
     Q_PROPERTY(dugwise::NetworkMonitor *network READ network CONSTANT)
     Q_PROPERTY(dugwise::ConversationModel *conversation READ conversation CONSTANT)
     Q_PROPERTY(dugwise::SystemAppearance *appearance READ appearance CONSTANT)
+    Q_PROPERTY(dugwise::SettingsModel *settings READ settings CONSTANT)
     Q_PROPERTY(dugwise::DialogFolderPicker *folderPicker READ folderPicker CONSTANT)
     Q_PROPERTY(dugwise::SheetAccessPrompt *accessPrompt READ accessPrompt CONSTANT)
     Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged)
@@ -55,6 +57,7 @@ public:
     [[nodiscard]] NetworkMonitor *network() const { return &m_network; }
     [[nodiscard]] ConversationModel *conversation() { return &m_conversation; }
     [[nodiscard]] SystemAppearance *appearance() { return &m_appearance; }
+    [[nodiscard]] SettingsModel *settings() { return &m_settings; }
     /// Null when folders are not chosen in the window.
     [[nodiscard]] DialogFolderPicker *folderPicker() const;
     /// Null when access is not asked for in the window.
@@ -125,6 +128,7 @@ private:
     NetworkMonitor &m_network;
     ConversationModel m_conversation;
     SystemAppearance m_appearance;
+    SettingsModel m_settings;
     bool m_isModelAvailable = false;
     bool m_hasStarted = false;
     QStringList m_waitingRequests; ///< asked for before that

@@ -72,6 +72,16 @@ public:
     {
         m_appearance->handler({.isDark = isDark, .reducesMotion = true, .textScale = scale});
     }
+    Q_INVOKABLE void setConnected(bool isConnected)
+    {
+        m_path.updateHandler({.isSatisfied = isConnected});
+    }
+    /// A stored switch: a truth value, or nothing.
+    Q_INVOKABLE QVariant stored(const QString &key) const
+    {
+        const std::optional<bool> value = m_home->platform.userDefaults.boolean(key);
+        return value ? QVariant(*value) : QVariant();
+    }
     Q_INVOKABLE QUrl extraFolder() const { return QUrl::fromLocalFile(m_home->path(u"Extra"_s)); }
     /// A picture on a server of this machine, and how often it was asked for.
     Q_INVOKABLE QString picture() const
@@ -113,7 +123,7 @@ private:
         install<SheetAccessPrompt>(platform.accessPrompt);
         m_state = std::make_unique<AppState>(platform, AppServices(platform));
         m_indexer = std::make_unique<FileIndexer>(platform);
-        m_network = std::make_unique<NetworkMonitor>(nullptr);
+        m_network = std::make_unique<NetworkMonitor>(&m_path);
         m_session = std::make_unique<Session>(platform, *m_state, *m_indexer, *m_network);
         setTextScale(1);
         connect(m_indexer.get(), &FileIndexer::settled, this, &Sample::readyChanged);
@@ -131,6 +141,7 @@ private:
     std::unique_ptr<SampleHome> m_home;
     FakeWorkspace *m_workspace = nullptr;
     FakeDesktopAppearance *m_appearance = nullptr;
+    FakeNetworkPathMonitor m_path;
     QTcpServer m_server;
     int m_visits = 0;
     std::unique_ptr<AppState> m_state;
@@ -147,7 +158,11 @@ class Setup : public QObject
     Q_OBJECT
 
 public Q_SLOTS:
-    void applicationAvailable() { QQuickStyle::setStyle(u"Basic"_s); }
+    void applicationAvailable()
+    {
+        QQuickStyle::setStyle(u"Basic"_s);
+        QCoreApplication::setApplicationVersion(u"1.2.3"_s);
+    }
     void qmlEngineAvailable(QQmlEngine *engine)
     {
         addImageProviders(*engine);

@@ -22,7 +22,10 @@ SplitView {
     }
 
     function turnPages(count: int): void {
-        chat.turnPages(count)
+        if (page.item)
+            page.turnPages(count)
+        else
+            chat.turnPages(count)
     }
 
     orientation: Qt.Horizontal
@@ -61,10 +64,11 @@ SplitView {
             visible: root.session.page === 0
             session: root.session
         }
-        ComingPage {
+        DetailPage {
+            id: page
+
             anchors.fill: parent
-            visible: root.session.page !== 0
-            page: root.session.page
+            session: root.session
         }
     }
     PreviewColumn {

@@ -32,9 +32,11 @@ QtObject {
     readonly property color separator: isDark ? "#3a3a3f" : "#d9d9de"
     readonly property color accentInk: "#ffffff"
 
+    readonly property real largeTitle: 26 * textScale
     readonly property real title2: 20 * textScale
     readonly property real title3: 17 * textScale
     readonly property real body: 14 * textScale
+    readonly property real headline: 14 * textScale
     readonly property real callout: 13 * textScale
     readonly property real subheadline: 13 * textScale
     readonly property real caption: 12 * textScale

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Models/AppState.h"
+#include "Services/FileIndexer.h"
+#include "Services/StoredSwitch.h"
+
+#include <QObject>
+#include <QtQmlIntegration>
+
+namespace dugwise {
+
+/// What the settings page shows and does beyond the session: the stored switches, the folders'
+/// paths, the index as a whole, and access to the person's other data. Lives on the UI thread.
+class SettingsModel : public QObject
+{
+    Q_OBJECT
+    QML_ANONYMOUS
+    Q_PROPERTY(bool enableLocalIndexing READ enableLocalIndexing WRITE setEnableLocalIndexing NOTIFY
+                   switchesChanged)
+    Q_PROPERTY(bool includeHiddenFiles READ includeHiddenFiles WRITE setIncludeHiddenFiles NOTIFY
+                   switchesChanged)
+    Q_PROPERTY(bool includeScreenshots READ includeScreenshots WRITE setIncludeScreenshots NOTIFY
+                   switchesChanged)
+    Q_PROPERTY(bool includePDFs READ includePDFs WRITE setIncludePDFs NOTIFY switchesChanged)
+    Q_PROPERTY(bool cloudSyncEnabled READ cloudSyncEnabled WRITE setCloudSyncEnabled NOTIFY
+                   switchesChanged)
+    Q_PROPERTY(QStringList folderPaths READ folderPaths NOTIFY folderPathsChanged)
+    Q_PROPERTY(QString aiStatusLabel READ aiStatusLabel NOTIFY aiStatusLabelChanged)
+    Q_PROPERTY(bool canAskForCalendar READ canAskForCalendar NOTIFY canAskChanged)
+    Q_PROPERTY(bool canAskForContacts READ canAskForContacts NOTIFY canAskChanged)
+
+public:
+    /// All outlive the model.
+    SettingsModel(Platform &platform,
+                  AppState &appState,
+                  FileIndexer &indexer,
+                  QObject *parent = nullptr);
+
+    [[nodiscard]] bool enableLocalIndexing() const { return isOn(kEnableLocalIndexing); }
+    [[nodiscard]] bool includeHiddenFiles() const { return isOn(kIncludeHiddenFiles); }
+    [[nodiscard]] bool includeScreenshots() const { return isOn(kIncludeScreenshots); }
+    [[nodiscard]] bool includePDFs() const { return isOn(kIncludePDFs); }
+    [[nodiscard]] bool cloudSyncEnabled() const { return isOn(kCloudSyncEnabled); }
+    void setEnableLocalIndexing(bool isOn) { set(kEnableLocalIndexing, isOn); }
+    void setIncludeHiddenFiles(bool isOn) { set(kIncludeHiddenFiles, isOn); }
+    void setIncludeScreenshots(bool isOn) { set(kIncludeScreenshots, isOn); }
+    void setIncludePDFs(bool isOn) { set(kIncludePDFs, isOn); }
+    void setCloudSyncEnabled(bool isOn) { set(kCloudSyncEnabled, isOn); }
+    /// Full paths of the indexed folders, in order.
+    [[nodiscard]] QStringList folderPaths() const;
+    [[nodiscard]] QString aiStatusLabel() const { return m_appState.aiStatusLabel(); }
+    /// Whether there is a calendar to ask for, and a way to ask that is not in use already.
+    [[nodiscard]] bool canAskForCalendar() const;
+    /// The same of contacts.
+    [[nodiscard]] bool canAskForContacts() const;
+
+    Q_INVOKABLE void reindexAll() { m_indexer.reindexAll(); }
+    Q_INVOKABLE void clearIndexedData() { m_indexer.clearIndexedData(); }
+    Q_INVOKABLE void askForCalendar() { ask(PersonalData::calendar); }
+    Q_INVOKABLE void askForContacts() { ask(PersonalData::contacts); }
+
+Q_SIGNALS:
+    void switchesChanged();
+    void folderPathsChanged();
+    void aiStatusLabelChanged();
+    void canAskChanged();
+
+private:
+    [[nodiscard]] bool isOn(const StoredSwitch &stored) const;
+    void set(const StoredSwitch &stored, bool isOn);
+    QCoro::Task<void> ask(PersonalData data);
+    void setIsAsking(bool isAsking);
+
+    Platform &m_platform;
+    AppState &m_appState;
+    FileIndexer &m_indexer;
+    bool m_isAsking = false;
+};
+
+} // namespace dugwise

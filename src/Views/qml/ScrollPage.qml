@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Dugwise
+
+/// A page that scrolls: a title with a line below it, where it has one, and its blocks under one
+/// another. They fill the page at least.
+Flickable {
+    id: root
+
+    property string title
+    property string subtitle
+    property real spacing: 24
+    default property alias blocks: column.data
+
+    readonly property real margin: 30
+
+    function turnPages(count: int): void {
+        root.contentY = Math.max(0, Math.min(root.contentHeight - root.height,
+                                             root.contentY + count * root.height * 0.9))
+    }
+
+    contentWidth: width
+    contentHeight: column.height + 2 * margin
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    ScrollBar.vertical: ScrollBar {}
+    Accessible.role: Accessible.Pane
+    Accessible.name: title
+
+    FocusFollower { flickable: root }
+    SpringMotion {
+        id: entrance
+
+        response: 0.4
+        dampingFraction: 0.8
+        running: true
+    }
+
+    ColumnLayout {
+        id: column
+
+        x: root.margin
+        y: root.margin + 16 * (1 - entrance.value)
+        width: root.width - 2 * root.margin
+        height: Math.max(implicitHeight, root.height - 2 * root.margin)
+        spacing: root.spacing
+        opacity: Math.min(1, entrance.value)
+
+        ColumnLayout {
+            visible: root.title !== ""
+            spacing: 4
+
+            PlainLabel {
+                Layout.fillWidth: true
+                text: root.title
+                font.pixelSize: Theme.largeTitle
+                font.bold: true
+                wrapMode: Text.Wrap
+                Accessible.role: Accessible.Heading
+            }
+            PlainLabel {
+                Layout.fillWidth: true
+                text: root.subtitle
+                color: Theme.secondary
+                font.pixelSize: Theme.subheadline
+                wrapMode: Text.Wrap
+            }
+        }
+    }
+}
