@@ -61,12 +61,12 @@ QString resultText(qsizetype number, const SearchResult &result, const TextStyle
 QString crossAppText(const CrossAppResult &result, const TextStyle &style, Instant now)
 {
     const QString indent = u"     "_s;
-    QString text = u"   - "_s + bold(printable(result.title), style) + u"  "_s
+    QString text = u"   - "_s + bold(printableBeginning(result.title), style) + u"  "_s
                    + dim(rawValue(result.source) + u", "_s + relativeTime(result.date, now), style)
                    + u'\n';
     for (const QString &line : {result.subtitle, result.snippet}) {
         if (!line.isEmpty())
-            text += indent + printable(line) + u'\n';
+            text += indent + printableBeginning(line) + u'\n';
     }
     return text;
 }

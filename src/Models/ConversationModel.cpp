@@ -227,7 +227,7 @@ QVariant ConversationModel::crossAppData(const Row &row, int role) const
     case isFirstRole:
         return row.position == 0;
     case nameRole:
-        return printable(result.title);
+        return printableBeginning(result.title);
     case symbolRole:
         return iconName(result.source);
     case colorNameRole:
@@ -237,9 +237,9 @@ QVariant ConversationModel::crossAppData(const Row &row, int role) const
     case dateRole:
         return relativeTime(result.date, m_clock.now(), UnitStyle::abbreviated);
     case folderRole:
-        return printable(result.subtitle);
+        return printableBeginning(result.subtitle);
     case summaryRole:
-        return printable(result.snippet);
+        return printableBeginning(result.snippet);
     default:
         return {};
     }

@@ -29,4 +29,15 @@ QString printableLines(const QString &text)
     return lines.join(u'\n');
 }
 
+QString printableBeginning(const QString &text)
+{
+    constexpr qsizetype kMost = 300;
+    QString shown = text.left(4 * kMost).simplified();
+    if (shown.size() > kMost) {
+        shown.truncate(shown[kMost - 1].isHighSurrogate() ? kMost - 1 : kMost);
+        shown += u'\u2026';
+    }
+    return printable(shown);
+}
+
 } // namespace dugwise

@@ -10,6 +10,10 @@ namespace dugwise {
 /// begins a line or turns the direction of the text around it.
 [[nodiscard]] QString printable(const QString &text);
 
+/// The same for the beginning of a text of any length, as much as is read at a glance; white space
+/// of all kinds is one blank.
+[[nodiscard]] QString printableBeginning(const QString &text);
+
 /// The same for a text of several lines, whose line feeds stay.
 [[nodiscard]] QString printableLines(const QString &text);
 

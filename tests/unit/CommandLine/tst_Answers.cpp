@@ -33,7 +33,10 @@ ChatMessage sampleAnswer()
                      12.25,
                      {SearchResult::MatchReason::filename},
                      u"Modified long ago."_s}},
-        .crossAppResults = {{.id = QUuid::createUuid(), .title = u"Lunch"_s, .date = kNow}},
+        .crossAppResults = {{.id = QUuid::createUuid(),
+                             .title = u"Lunch"_s,
+                             .snippet = u"x \n\t\033"_s + u"\U0001F370"_s.repeated(40'000),
+                             .date = kNow}},
         .insights = std::nullopt,
     };
 }
@@ -65,6 +68,7 @@ private Q_SLOTS:
         QCOMPARE(result["matchReasons"_L1], QJsonValue(QJsonArray{u"Filename match"_s}));
         const QJsonObject event = object["crossAppResults"_L1][0].toObject();
         QCOMPARE(event["source"_L1].toString(), u"Email"_s);
+        QVERIFY(event["snippet"_L1].toString().size() > 80'000);
         QVERIFY(event["actionPath"_L1].isNull());
 
         const ChatAction action{ChatAction::Kind::getInsights, {}};
@@ -85,6 +89,9 @@ private Q_SLOTS:
         QVERIFY(text.contains(u"#1 "_s));
         QVERIFY(text.contains(u"Text, 5 bytes"_s));
         QVERIFY(text.contains(u"\n     ~\n"_s));
+        // Of the notes of an event, the beginning on one line, no character cut.
+        const QString notes = u"x \uFFFD"_s + u"\U0001F370"_s.repeated(148) + u"\u2026\n"_s;
+        QVERIFY(text.endsWith(u"     "_s + notes));
 
         const TextStyle terminal{.isTerminal = true, .home = u"/elsewhere"_s};
         const QString dressed = answerText(sampleAnswer(), terminal, kNow);
