@@ -12,7 +12,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <pty.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -432,6 +434,95 @@ private Q_SLOTS:
             QCOMPARE(misuse.err.count('\n'), 1);
         }
         QCOMPARE(run({u"access"_s, u"list"_s}).out, after);
+    }
+
+    void calendarAndContactsAreReadAfterAYes()
+    {
+        const QDateTime meeting = QDateTime::currentDateTimeUtc().addDays(-90);
+        const auto remember = [&](const QString &file, const QByteArray &content) {
+            writeFile(path(file), content);
+            return content;
+        };
+        const QByteArray event =
+            remember(u".calendars/work/1.ics"_s,
+                     "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VEVENT\r\nUID:1\r\nDTSTART:"
+                         + meeting.toString(u"yyyyMMdd'T'HHmmss'Z'"_s).toUtf8()
+                         + "\r\nSUMMARY:Sarah\\, the plan\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n");
+        const QByteArray contact =
+            remember(u".contacts/1.vcf"_s,
+                     "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Sarah Lee\r\nN:Lee;Sarah;;;\r\n"
+                     "EMAIL:sarah@acme.example\r\nEND:VCARD\r\n");
+        const QString drawing = path(u"Documents/acme.example/drawing.bin"_s);
+        const QString other = path(u"Documents/other.bin"_s);
+        for (const QString &name : {drawing, other}) {
+            writeFile(name, "x");
+            QFile file(name);
+            QVERIFY(file.open(QFile::ReadWrite));
+            QVERIFY(file.setFileTime(name == drawing ? meeting.addDays(-200) : meeting,
+                                     QFileDevice::FileModificationTime));
+        }
+        ModelServer server;
+        m_modelUrl = server.base();
+        const auto ask = [&] {
+            server.replies = {
+                Reply::content(u"{\"keywords\":[],\"phrases\":[],\"fileCategory\":\"any\","
+                               "\"recency\":\"anyTime\",\"personNames\":[\"Sarah\"],"
+                               "\"searchScope\":\"everything\"}"_s),
+                Reply::content(u"{\"rankedIndices\":[]}"_s),
+                Reply::content(u"Here."_s)};
+            return run({u"ask"_s, u"--json"_s, u"--no-semantic"_s, u"the plan from Sarah"_s});
+        };
+        // Without a terminal nobody is asked.
+        Outcome answer = ask();
+        QVERIFY(answer.err.isEmpty());
+        QCOMPARE(answer.json()["crossAppResults"_L1].toArray(), QJsonArray());
+        QVERIFY(!answer.names().contains(u"drawing.bin"_s));
+        QVERIFY(!answer.names().contains(u"other.bin"_s));
+        QVERIFY(run({u"status"_s}).out.contains("not asked yet; `dugwise access grant contacts`"));
+
+        QCOMPARE(run({u"access"_s, u"grant"_s, u"calendar"_s}).exitCode, 0);
+        QCOMPARE(run({u"access"_s, u"grant"_s, u"contacts"_s}).exitCode, 0);
+        answer = ask();
+        const QJsonArray found = answer.json()["crossAppResults"_L1].toArray();
+        QCOMPARE(found.size(), 1);
+        QCOMPARE(found[0]["source"_L1].toString(), u"Calendar"_s);
+        QCOMPARE(found[0]["title"_L1].toString(), u"Sarah, the plan"_s);
+        QVERIFY2(answer.names().contains(u"drawing.bin"_s), answer.out.constData()); // her domain
+        QVERIFY2(answer.names().contains(u"other.bin"_s), answer.out.constData());   // of that day
+        QVERIFY(run({u"status"_s}).out.contains("calendar          on: "));
+        QCOMPARE(readFile(path(u".calendars/work/1.ics"_s)), event);
+        QCOMPARE(readFile(path(u".contacts/1.vcf"_s)), contact);
+        QCOMPARE(QDir(path(u".calendars"_s)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                 QStringList{u"work"_s});
+    }
+
+    void aTerminalIsAskedOnce()
+    {
+        writeFile(path(u".calendars/1.ics"_s),
+                  "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nEND:VCALENDAR\r\n");
+        for (const bool isFirst : {true, false}) {
+            int person = -1;
+            int terminal = -1;
+            QCOMPARE(::openpty(&person, &terminal, nullptr, nullptr, nullptr), 0);
+            QProcess process;
+            prepare(process, {u"ask"_s, u"--json"_s, u"lease"_s});
+            process.setChildProcessModifier([terminal] {
+                ::dup2(terminal, STDIN_FILENO);
+                ::dup2(terminal, STDERR_FILENO);
+            });
+            process.start();
+            QCOMPARE(::write(person, "y\n", 2), 2);
+            QVERIFY(process.waitForFinished(kTimeout));
+            const QByteArray out = process.readAllStandardOutput();
+            QVERIFY2(QJsonDocument::fromJson(out).isObject(), out.constData());
+            ::close(terminal);
+            QByteArray text(4096, '\0');
+            text.resize(std::max<ssize_t>(::read(person, text.data(), 4096), 0));
+            ::close(person);
+            QCOMPARE(text.contains("May Dugwise read your calendar?"), isFirst);
+            QVERIFY(!text.contains("contacts")); // there are none
+            QCOMPARE(run({u"access"_s}).out, "calendar  granted\ncontacts  not asked yet\n");
+        }
     }
 
     void misuseEndsWithTwo()
