@@ -18,8 +18,8 @@ namespace dugwise::AgendaProtocol {
 enum class Task : std::uint32_t {
     /// The events of calendars (iCalendar). Fields: UID; whether its times are "floating", or
     /// empty; start; length in seconds, or empty; title; notes; location; what it takes to find its
-    /// occurrences, or empty where it has just one. A record of one field names a time zone that is
-    /// not known; its times are taken for floating ones.
+    /// occurrences, or empty where it has just one. Times in a zone that is not known count as
+    /// floating ones.
     events,
     /// The occurrences of each event, a document each, as records of `events` give them. Fields:
     /// the starts that lie between `earliest` and `latest`, in order.

@@ -63,11 +63,6 @@ void tell(const Calendar::Event &event, const Zones &zones, std::uint32_t number
     const std::string recurring = isRecurring ? recurringDocument(event, zones) : std::string();
     if (recurring.size() > Records::kMostOfWhole)
         return;
-    if (start->isUnknownZone) {
-        records.begin(number);
-        records.text(line->parameter("TZID"));
-        records.end();
-    }
     records.begin(number);
     records.text(event.uid);
     records.text(start->isFloating() ? "floating" : "");

@@ -111,7 +111,6 @@ parseMoment(const ContentLine &line, std::string_view value, const Zones &zones)
     icaltimezone *const zone = zoneName.empty() ? nullptr : zones.find(zoneName);
     if (!isUtc) {
         moment.zone = zone;
-        moment.isUnknownZone = !zoneName.empty() && !zone;
         return moment;
     }
     moment.zone = ::icaltimezone_get_utc_timezone();

@@ -14,8 +14,7 @@ namespace dugwise {
 struct Moment
 {
     icaltimetype wall{};          ///< on the clocks of its zone; midnight of a date
-    icaltimezone *zone = nullptr; ///< null when it is floating
-    bool isUnknownZone = false;   ///< taken for floating
+    icaltimezone *zone = nullptr; ///< null when it is floating, or its zone not known
 
     [[nodiscard]] bool isDate() const { return wall.is_date != 0; }
     [[nodiscard]] bool isFloating() const { return zone == nullptr; }

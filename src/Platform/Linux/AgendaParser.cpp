@@ -80,13 +80,20 @@ QList<AgendaParser::Reading> AgendaParser::read(const Request &request,
     QList<Reading> readings;
     while (readings.size() < request.documents && isRunning(deadline)) {
         QList<QByteArray> texts;
+        QList<qsizetype> missing;
         qsizetype bytes = 0;
         while (readings.size() + texts.size() < request.documents && texts.size() < kMostDocuments
-               && bytes < kMostBytes) {
-            texts.append(request.text(readings.size() + texts.size()));
+               && bytes < kMostBytes && !deadline.hasExpired()) {
+            const qsizetype document = readings.size() + texts.size();
+            const auto text = request.text(document);
+            if (!text)
+                missing.append(document);
+            texts.append(text.value_or(QByteArray()));
             bytes += texts.constLast().size();
         }
         readings += readTogether(request, texts, deadline);
+        for (const qsizetype document : missing)
+            readings[document].outcome = Reading::Outcome::unread;
     }
     readings.resize(request.documents);
     return readings;

@@ -25,8 +25,8 @@ public:
         qint64 earliest = 0; ///< seconds, for occurrences
         qint64 latest = 0;
         qsizetype documents = 0;
-        /// Gives the text of a document counted from 0; asked for once.
-        std::function<QByteArray(qsizetype document)> text{};
+        /// Gives the text of a document counted from 0, where it can be had; asked for once.
+        std::function<std::optional<QByteArray>(qsizetype document)> text{};
     };
     /// What came of a document.
     struct Reading

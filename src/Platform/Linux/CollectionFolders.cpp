@@ -152,7 +152,7 @@ private:
                      + QByteArray::number(facts.st_mtim.tv_sec) + ' '
                      + QByteArray::number(facts.st_mtim.tv_nsec) + ' '
                      + QByteArray::number(quint64{facts.st_ino}),
-            .text = [path] { return readStoreFile(path, kLargestFile).value_or(QByteArray()); },
+            .text = [path] { return readStoreFile(path, kLargestFile); },
         });
     }
 

@@ -3,6 +3,7 @@
 #include "Platform/Linux/DesktopContactStore.h"
 
 #include "Platform/Linux/CollectionFolders.h"
+#include "Platform/Linux/EvolutionDataServer.h"
 #include "Platform/Linux/ThunderbirdStores.h"
 
 #include <chrono>
@@ -13,7 +14,9 @@ namespace dugwise {
 
 namespace {
 
-constexpr std::chrono::seconds kLongestReading{1};
+constexpr std::chrono::milliseconds kLongestReading{1000};
+/// Of these, until what a source has is at hand.
+constexpr std::chrono::milliseconds kLongestFinding{700};
 
 } // namespace
 
@@ -29,23 +32,34 @@ QList<StoredContact> DesktopContactStore::contactsNamed(const QString &name) con
         return {};
     AgendaParser parser(m_parser);
     QList<StoredContact> contacts;
-    const auto read = [&](Documents &documents, const QList<StoreDocument> &found) {
+    const auto read = [&](Documents &documents, const auto &find) {
         const QDeadlineTimer deadline(kLongestReading);
+        const QList<StoreDocument> found = find(QDeadlineTimer(kLongestFinding));
         documents.update(parser, AgendaProtocol::Task::contacts, found, deadline);
         documents.forEach([&](const ContactItem &item) {
             if (item.isNamed(words))
                 contacts.append(item.contact);
         });
     };
-    read(m_files, collectionFiles(contactFolders(m_folders), ".vcf"));
-    read(m_thunderbird, thunderbirdAddressBooks(m_folders));
+    read(m_evolution, [&](const QDeadlineTimer &deadline) {
+        return EvolutionDataServer(m_folders).addressBooks(words, deadline);
+    });
+    read(m_files, [&](const QDeadlineTimer &) {
+        return collectionFiles(contactFolders(m_folders), ".vcf");
+    });
+    read(m_thunderbird, [&](const QDeadlineTimer &deadline) {
+        return thunderbirdAddressBooks(m_folders, deadline);
+    });
     return contacts;
 }
 
 QStringList DesktopContactStore::sources() const
 {
-    QStringList lines = folderDescriptions(contactFolders(m_folders), m_folders.home);
-    if (!thunderbirdAddressBooks(m_folders).isEmpty())
+    QStringList lines;
+    if (EvolutionDataServer(m_folders).isThere(QDeadlineTimer(kLongestReading)))
+        lines.append(u"Evolution Data Server"_s);
+    lines += folderDescriptions(contactFolders(m_folders), m_folders.home);
+    if (!thunderbirdAddressBooks(m_folders, QDeadlineTimer()).isEmpty())
         lines.append(u"Thunderbird"_s);
     return lines;
 }

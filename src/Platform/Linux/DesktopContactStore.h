@@ -9,9 +9,9 @@
 
 namespace dugwise {
 
-/// Folders of .vcf files, as vdirsyncer and khard keep them, and Thunderbird's address books. None
-/// of them is ever changed. What was read is kept in memory, and read again when it has changed.
-/// Each source has a second; groups are left out.
+/// The address books of Evolution Data Server, folders of .vcf files, as vdirsyncer and khard keep
+/// them, and Thunderbird's address books. None of them is ever changed. What was read is kept in
+/// memory, and read again when it has changed. Each source has a second; groups are left out.
 class DesktopContactStore final : public ContactStore
 {
 public:
@@ -26,6 +26,7 @@ private:
 
     StandardFolders m_folders;
     QString m_parser;
+    mutable Documents m_evolution;
     mutable Documents m_files;
     mutable Documents m_thunderbird;
 };

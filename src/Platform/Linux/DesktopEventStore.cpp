@@ -3,6 +3,7 @@
 #include "Platform/Linux/DesktopEventStore.h"
 
 #include "Platform/Linux/CollectionFolders.h"
+#include "Platform/Linux/EvolutionDataServer.h"
 #include "Platform/Linux/ThunderbirdStores.h"
 
 #include <QSet>
@@ -19,7 +20,9 @@ namespace {
 
 using DateIntentParser::DateRange;
 
-constexpr std::chrono::seconds kLongestReading{1};
+constexpr std::chrono::milliseconds kLongestReading{1000};
+/// Of these, until what a source has is at hand.
+constexpr std::chrono::milliseconds kLongestFinding{700};
 constexpr qint64 kDay = 86'400;
 /// Occurrences are looked for in spans that begin and end on multiples of this, so that the next
 /// request finds them there.
@@ -145,21 +148,31 @@ QList<StoredEvent> DesktopEventStore::eventsIn(const DateRange &span) const
 {
     AgendaParser parser(m_parser);
     Occurrences occurrences(span);
-    const auto read = [&](Documents &documents, const QList<StoreDocument> &found) {
+    const auto read = [&](Documents &documents, const auto &find) {
         const QDeadlineTimer deadline(kLongestReading);
+        const QList<StoreDocument> found = find(QDeadlineTimer(kLongestFinding));
         documents.update(parser, AgendaProtocol::Task::events, found, deadline);
         findStarts(documents, parser, span, deadline);
         documents.forEach([&](const CalendarItem &item) { occurrences.add(item); });
     };
-    read(m_files, collectionFiles(calendarFolders(m_folders), ".ics"));
-    read(m_thunderbird, thunderbirdCalendars(m_folders));
+    read(m_evolution, [&](const QDeadlineTimer &deadline) {
+        return EvolutionDataServer(m_folders).calendars(span, deadline);
+    });
+    read(m_files, [&](const QDeadlineTimer &) {
+        return collectionFiles(calendarFolders(m_folders), ".ics");
+    });
+    read(m_thunderbird,
+         [&](const QDeadlineTimer &deadline) { return thunderbirdCalendars(m_folders, deadline); });
     return occurrences.byStart();
 }
 
 QStringList DesktopEventStore::sources() const
 {
-    QStringList lines = folderDescriptions(calendarFolders(m_folders), m_folders.home);
-    if (!thunderbirdCalendars(m_folders).isEmpty())
+    QStringList lines;
+    if (EvolutionDataServer(m_folders).isThere(QDeadlineTimer(kLongestReading)))
+        lines.append(u"Evolution Data Server"_s);
+    lines += folderDescriptions(calendarFolders(m_folders), m_folders.home);
+    if (!thunderbirdCalendars(m_folders, QDeadlineTimer()).isEmpty())
         lines.append(u"Thunderbird"_s);
     return lines;
 }

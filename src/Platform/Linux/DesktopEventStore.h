@@ -9,10 +9,10 @@
 
 namespace dugwise {
 
-/// Folders of .ics files, as vdirsyncer and khal keep them, and Thunderbird's calendars. None of
-/// them is ever changed. What was read is kept in memory, and read again when it has changed. Each
-/// source has a second; cancelled events are left out, and an event that two sources have (by UID
-/// and start) is the first one's.
+/// The calendars of Evolution Data Server, folders of .ics files, as vdirsyncer and khal keep them,
+/// and Thunderbird's calendars. None of them is ever changed. What was read is kept in memory, and
+/// read again when it has changed. Each source has a second; cancelled events are left out, and an
+/// event that two sources have (by UID and start) is the first one's.
 class DesktopEventStore final : public EventStore
 {
 public:
@@ -28,6 +28,7 @@ private:
 
     StandardFolders m_folders;
     QString m_parser;
+    mutable Documents m_evolution;
     mutable Documents m_files;
     mutable Documents m_thunderbird;
 };

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 
@@ -61,6 +62,16 @@ FileDescriptor greeted(const QByteArray &name)
 }
 
 } // namespace
+
+bool sessionBusAnswers(const QDeadlineTimer &deadline)
+{
+    const std::optional<QByteArray> name = socketName();
+    const FileDescriptor socket = name ? greeted(*name) : FileDescriptor();
+    pollfd waiting{.fd = socket.get(), .events = POLLIN};
+    std::array<char, 1> byte = {};
+    return socket && ::poll(&waiting, 1, static_cast<int>(deadline.remainingTime())) > 0
+           && ::recv(socket.get(), byte.data(), byte.size(), 0) > 0;
+}
 
 void SessionBusProbe::start(std::function<void()> whenAnswered)
 {

@@ -4,6 +4,7 @@
 
 #include "Platform/FileDescriptor.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QSocketNotifier>
 
@@ -11,6 +12,9 @@
 #include <memory>
 
 namespace dugwise {
+
+/// Whether the session bus is there and answers before the deadline; waits for it.
+[[nodiscard]] bool sessionBusAnswers(const QDeadlineTimer &deadline);
 
 /// Finds out without waiting whether the session bus is there and answers. Qt's own connection
 /// waits for as long as a bus that hangs does, and so does the end of a program that has asked for

@@ -14,9 +14,9 @@ namespace dugwise {
 /// A calendar's or an address book's document, in whatever store.
 struct StoreDocument
 {
-    QString name;     ///< which no other has
-    QByteArray state; ///< another when the text is another
-    std::function<QByteArray()> text;
+    QString name;                                    ///< which no other has
+    QByteArray state;                                ///< another when the text is another
+    std::function<std::optional<QByteArray>()> text; ///< absent when it cannot be read now
 };
 
 /// What was read of the documents of one store, kept until they change. An item is made of a

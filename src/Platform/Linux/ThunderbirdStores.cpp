@@ -10,15 +10,12 @@
 #include <QRegularExpression>
 #include <QSet>
 
-#include <chrono>
-
 using namespace Qt::StringLiterals;
 
 namespace dugwise {
 
 namespace {
 
-constexpr std::chrono::seconds kLongestReading{1};
 constexpr qsizetype kLargestDocument = qsizetype{64} * 1024 * 1024;
 
 // Schema 23 (calendar/providers/storage of Thunderbird). Times are microseconds since 1970, of
@@ -211,41 +208,45 @@ QByteArray stateText(const QString &path)
 
 using MakeText = QByteArray (*)(const SQLiteDatabase &database);
 
-QList<StoreDocument>
-documents(const QStringList &paths, const QString &cacheFolder, MakeText makeText)
+QList<StoreDocument> documents(const QStringList &paths,
+                               const QString &cacheFolder,
+                               const QDeadlineTimer &deadline,
+                               MakeText makeText)
 {
     QList<StoreDocument> found;
     for (const QString &path : paths) {
         if (!storeFileState(path).exists)
             continue;
-        found.append({.name = path, .state = stateText(path), .text = [=] {
-                          QByteArray text;
-                          const QDeadlineTimer deadline(kLongestReading);
-                          readDatabase(path, cacheFolder, [&](SQLiteDatabase &database) {
-                              database.setDeadline(deadline);
-                              text = makeText(database);
-                          });
-                          return text;
-                      }});
+        const auto text = [=]() -> std::optional<QByteArray> {
+            QByteArray made;
+            readDatabase(path, cacheFolder, [&](SQLiteDatabase &database) {
+                database.setDeadline(deadline);
+                made = makeText(database);
+            });
+            return deadline.hasExpired() ? std::nullopt : std::optional(made);
+        };
+        found.append({.name = path, .state = stateText(path), .text = text});
     }
     return found;
 }
 
 } // namespace
 
-QList<StoreDocument> thunderbirdCalendars(const StandardFolders &folders)
+QList<StoreDocument> thunderbirdCalendars(const StandardFolders &folders,
+                                          const QDeadlineTimer &deadline)
 {
     QStringList paths;
     for (const QString &profile : thunderbirdProfiles(folders)) {
         paths.append(profile + "/calendar-data/local.sqlite"_L1);
         paths.append(profile + "/calendar-data/cache.sqlite"_L1);
     }
-    return documents(paths, folders.cache, [](const SQLiteDatabase &database) {
+    return documents(paths, folders.cache, deadline, [](const SQLiteDatabase &database) {
         return CalendarText(database).text();
     });
 }
 
-QList<StoreDocument> thunderbirdAddressBooks(const StandardFolders &folders)
+QList<StoreDocument> thunderbirdAddressBooks(const StandardFolders &folders,
+                                             const QDeadlineTimer &deadline)
 {
     QStringList paths;
     for (const QString &profile : thunderbirdProfiles(folders)) {
@@ -255,7 +256,7 @@ QList<StoreDocument> thunderbirdAddressBooks(const StandardFolders &folders)
             paths.append(profile + u'/' + name);
         paths.append(profile + "/history.sqlite"_L1);
     }
-    return documents(paths, folders.cache, cardsText);
+    return documents(paths, folders.cache, deadline, cardsText);
 }
 
 } // namespace dugwise
