@@ -2,23 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Models/BoldText.h"
 
+#include "Models/PlainHtml.h"
+
 using namespace Qt::StringLiterals;
 
 namespace dugwise {
 
-namespace {
-
-QString escaped(const QString &text)
-{
-    return text.toHtmlEscaped().replace(u'\n', u"<br>"_s);
-}
-
-} // namespace
-
 QString boldTextToHtml(const QString &text)
 {
+    using PlainHtml::escaped;
     static const QString kMark = u"**"_s;
-    QString html = u"<span style=\"white-space: pre-wrap\">"_s;
+    QString html;
     qsizetype at = 0;
     for (;;) {
         const qsizetype start = text.indexOf(kMark, at);
@@ -30,7 +24,7 @@ QString boldTextToHtml(const QString &text)
         html += inside.isEmpty() ? kMark + kMark : u"<b>"_s + escaped(inside) + u"</b>"_s;
         at = end + kMark.size();
     }
-    return html + escaped(text.sliced(at)) + u"</span>"_s;
+    return PlainHtml::whole(html + escaped(text.sliced(at)));
 }
 
 QString boldTextToPlain(const QString &text)

@@ -15,6 +15,7 @@
 #include "Platform/SentenceEmbedding.h"
 #include "Platform/StandardFolders.h"
 #include "Platform/SystemLanguageModel.h"
+#include "Platform/Thumbnail.h"
 #include "Platform/UserDefaults.h"
 #include "Platform/Workspace.h"
 #include "Utilities/Clock.h"
@@ -37,6 +38,7 @@ struct Platform
     std::function<void(const QString &line)> log;
     std::unique_ptr<FolderPicker> folderPicker;
     std::unique_ptr<PDFDocumentReader> pdfDocuments;
+    std::unique_ptr<ThumbnailReader> thumbnails;
     std::unique_ptr<MetadataReader> metadataReader;
     std::unique_ptr<MetadataQueryCommand> metadataQueryCommand;
     std::unique_ptr<SentenceEmbedding> sentenceEmbedding;

@@ -5,12 +5,15 @@
 #include "Utilities/LocalTime.h"
 
 #include <QLocale>
+#include <QTimeZone>
 #include <QUrl>
 
+#include <unicode/datefmt.h>
 #include <unicode/numfmt.h>
 #include <unicode/reldatefmt.h>
 
 #include <cmath>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -79,6 +82,21 @@ QString relativeTime(Instant then, Instant now, UnitStyle style)
         // Minus zero makes "0 seconds ago" of the present moment.
         formatter.formatNumeric(then > now ? count : -count, amount.unit, text, status);
     }
+    return QString::fromUtf16(text.getBuffer(), text.length());
+}
+
+QString dateAndTime(Instant instant)
+{
+    const QDateTime time = localTime(instant);
+    const std::unique_ptr<icu::DateFormat> format(icu::DateFormat::createDateTimeInstance(
+        icu::DateFormat::kMedium, icu::DateFormat::kShort, icu::Locale::getDefault()));
+    if (!format)
+        return QLocale().toString(time, QLocale::ShortFormat);
+    // Qt follows a change of the zone, ICU keeps the one that it began with.
+    format->adoptTimeZone(icu::TimeZone::createTimeZone(
+        icu::UnicodeString::fromUTF8(time.timeZone().id().toStdString())));
+    icu::UnicodeString text;
+    format->format(static_cast<UDate>(time.toMSecsSinceEpoch()), text);
     return QString::fromUtf16(text.getBuffer(), text.length());
 }
 

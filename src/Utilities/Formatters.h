@@ -18,6 +18,9 @@ enum class UnitStyle {
 /// "3 days ago", "in 2 hours".
 [[nodiscard]] QString relativeTime(Instant then, Instant now, UnitStyle style = UnitStyle::full);
 
+/// A local date and time in the user's locale: a date of medium length, hours and minutes.
+[[nodiscard]] QString dateAndTime(Instant instant);
+
 /// A number with the English noun for what it counts: "1 file", "2 files".
 [[nodiscard]] QString counted(qint64 count, const QString &noun);
 

@@ -31,6 +31,7 @@ Session::Session(Platform &platform,
     , m_indexer(indexer)
     , m_network(network)
     , m_conversation(appState, platform.clock)
+    , m_preview(platform, appState)
     , m_appearance(platform.desktopAppearance.get())
     , m_settings(platform, appState, indexer)
 {
@@ -43,7 +44,6 @@ Session::Session(Platform &platform,
     connect(&appState, &AppState::calendarEnabledChanged, this, &Session::sourcesChanged);
     connect(&appState, &AppState::contactsEnabledChanged, this, &Session::sourcesChanged);
     connect(&appState, &AppState::messagesAccessibleChanged, this, &Session::sourcesChanged);
-    connect(&appState, &AppState::selectedResultChanged, this, &Session::selectedChanged);
     connect(&appState, &AppState::answered, this, [this] {
         Q_EMIT answered(boldTextToPlain(m_appState.messages().last().content));
     });
@@ -94,12 +94,6 @@ QStringList Session::folderNames() const
     for (const QUrl &folder : m_indexer.indexedFolderURLs())
         names.append(printable(FilePath::name(folder.toLocalFile())));
     return names;
-}
-
-QString Session::selectedName() const
-{
-    const std::optional<SearchResult> selected = m_appState.selectedResult();
-    return selected ? printable(selected->file->name) : QString();
 }
 
 bool Session::submit(const QString &text)

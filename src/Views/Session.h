@@ -7,6 +7,7 @@
 #include "Services/FileIndexer.h"
 #include "Services/NetworkMonitor.h"
 #include "Views/DialogFolderPicker.h"
+#include "Views/FilePreview.h"
 #include "Views/SettingsModel.h"
 #include "Views/SheetAccessPrompt.h"
 #include "Views/SystemAppearance.h"
@@ -26,6 +27,7 @@ class Session : public QObject
     Q_PROPERTY(dugwise::FileIndexer *indexer READ indexer CONSTANT)
     Q_PROPERTY(dugwise::NetworkMonitor *network READ network CONSTANT)
     Q_PROPERTY(dugwise::ConversationModel *conversation READ conversation CONSTANT)
+    Q_PROPERTY(dugwise::FilePreview *preview READ preview CONSTANT)
     Q_PROPERTY(dugwise::SystemAppearance *appearance READ appearance CONSTANT)
     Q_PROPERTY(dugwise::SettingsModel *settings READ settings CONSTANT)
     Q_PROPERTY(dugwise::DialogFolderPicker *folderPicker READ folderPicker CONSTANT)
@@ -40,7 +42,6 @@ class Session : public QObject
     Q_PROPERTY(bool messagesAccessible READ messagesAccessible NOTIFY sourcesChanged)
     Q_PROPERTY(QStringList folderNames READ folderNames NOTIFY foldersChanged)
     Q_PROPERTY(qsizetype folderCount READ folderCount NOTIFY foldersChanged)
-    Q_PROPERTY(QString selectedName READ selectedName NOTIFY selectedChanged)
 
 public:
     static constexpr QLatin1StringView kColumnsKey{"WindowColumns"};
@@ -56,6 +57,7 @@ public:
     [[nodiscard]] FileIndexer *indexer() const { return &m_indexer; }
     [[nodiscard]] NetworkMonitor *network() const { return &m_network; }
     [[nodiscard]] ConversationModel *conversation() { return &m_conversation; }
+    [[nodiscard]] FilePreview *preview() { return &m_preview; }
     [[nodiscard]] SystemAppearance *appearance() { return &m_appearance; }
     [[nodiscard]] SettingsModel *settings() { return &m_settings; }
     /// Null when folders are not chosen in the window.
@@ -78,8 +80,6 @@ public:
     /// Last components of the indexed folders' paths, in order.
     [[nodiscard]] QStringList folderNames() const;
     [[nodiscard]] qsizetype folderCount() const { return m_indexer.indexedFolderURLs().size(); }
-    /// Name of the selected result's file; empty when none is selected.
-    [[nodiscard]] QString selectedName() const;
 
     /// Takes a request in, and tells whether there was one in the text.
     Q_INVOKABLE bool submit(const QString &text);
@@ -115,7 +115,6 @@ Q_SIGNALS:
     void isModelAvailableChanged();
     void sourcesChanged();
     void foldersChanged();
-    void selectedChanged();
     /// An answer has come; without marks of bold type.
     void answered(const QString &answer);
 
@@ -127,6 +126,7 @@ private:
     FileIndexer &m_indexer;
     NetworkMonitor &m_network;
     ConversationModel m_conversation;
+    FilePreview m_preview;
     SystemAppearance m_appearance;
     SettingsModel m_settings;
     bool m_isModelAvailable = false;

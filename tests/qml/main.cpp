@@ -95,6 +95,26 @@ public:
         visitor.connectToHost(QHostAddress::LocalHost, m_server.serverPort());
         visitor.waitForConnected();
     }
+    /// Whether there is a language model, and what it answers, once.
+    Q_INVOKABLE void setModel(bool isThere, const QString &answer = {})
+    {
+        m_model->isThere = isThere;
+        m_model->texts.clear();
+        if (!answer.isEmpty())
+            m_model->texts.append(answer);
+    }
+    /// Writes a file of the home anew, of which the index knows nothing.
+    Q_INVOKABLE void write(const QString &file, const QString &text)
+    {
+        writeFile(m_home->path(file), text.toUtf8());
+    }
+    /// Moves a file of the home away, or back.
+    Q_INVOKABLE void hide(const QString &file, bool isHidden)
+    {
+        const QString hidden = file + ".hidden"_L1;
+        QVERIFY(QFile::rename(m_home->path(isHidden ? file : hidden),
+                              m_home->path(isHidden ? hidden : file)));
+    }
     Q_INVOKABLE QStringList opened() const { return m_workspace->opened; }
     Q_INVOKABLE QStringList shown() const { return m_workspace->shown; }
 
@@ -113,12 +133,15 @@ private:
         writeFile(m_home->path(u"Downloads/lease.txt"_s), "landlord and tenant");
         writeFile(m_home->path(u"Documents/"_s + odd), "");
         writeFile(m_home->path(u"Extra/plan.txt"_s), "a plan");
+        writeFile(m_home->path(u"Downloads/letter.docx"_s), "");
     }
     void start()
     {
         Platform &platform = m_home->platform;
         m_appearance = &install<FakeDesktopAppearance>(platform.desktopAppearance);
         m_workspace = &install<FakeWorkspace>(platform.workspace);
+        m_model = &install<FakeLanguageModel>(platform.languageModel);
+        m_model->isThere = false;
         install<DialogFolderPicker>(platform.folderPicker);
         install<SheetAccessPrompt>(platform.accessPrompt);
         m_state = std::make_unique<AppState>(platform, AppServices(platform));
@@ -140,6 +163,7 @@ private:
 
     std::unique_ptr<SampleHome> m_home;
     FakeWorkspace *m_workspace = nullptr;
+    FakeLanguageModel *m_model = nullptr;
     FakeDesktopAppearance *m_appearance = nullptr;
     FakeNetworkPathMonitor m_path;
     QTcpServer m_server;

@@ -12,7 +12,7 @@ SplitView {
 
     required property Session session
     readonly property int contentMinimum: 400
-    readonly property int previewMinimum: 220
+    readonly property int previewMinimum: 260
     /// Its names and states have room to grow into.
     readonly property real sidebarScale: 1 + Math.max(0, Math.min(1, Theme.textScale - 1)) / 2
 
@@ -71,7 +71,7 @@ SplitView {
             session: root.session
         }
     }
-    PreviewColumn {
+    PreviewPanel {
         SplitView.preferredWidth: 300
         SplitView.minimumWidth: root.previewMinimum
         SplitView.maximumWidth: Math.max(root.previewMinimum,

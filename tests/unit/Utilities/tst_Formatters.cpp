@@ -51,6 +51,10 @@ Pacific/Auckland|2024-03-30T23:00:00Z|-2678400 1 month ago|-2678399 4 weeks ago
     {
         QCOMPARE(relativeTime({-7200}, {0}, UnitStyle::abbreviated), u"2 hr. ago"_s);
         QCOMPARE(relativeTime({120}, {0}, UnitStyle::abbreviated), u"in 2 min."_s);
+        setZone(u"Europe/Berlin"_s);
+        const QString told = dateAndTime(at(u"2024-03-05T13:07:59.9Z"_s));
+        QVERIFY2(told.contains(u"Mar 5, 2024"_s) && told.contains(u"2:07"_s), qPrintable(told));
+        QVERIFY(dateAndTime({1e300}).contains(u"9999"_s));
         QCOMPARE(byteCount(0) + byteCount(999) + byteCount(1000), u"0 bytes999 bytes1.0 kB"_s);
         QCOMPARE(byteCount(2'149'000) + byteCount(0x7FFF'FFFF'FFFF'FFFF), u"2.1 MB9.2 EB"_s);
     }

@@ -42,18 +42,18 @@ private Q_SLOTS:
         QCOMPARE(state.lastResults().first().file->path, path);
 
         session.select(2); // below request and answer
-        QCOMPARE(session.selectedName(), u"budget.txt"_s);
+        QCOMPARE(session.preview()->name(), u"budget.txt"_s);
         session.select(0); // no result
-        QCOMPARE(session.selectedName(), u"budget.txt"_s);
+        QCOMPARE(session.preview()->name(), u"budget.txt"_s);
         session.openFile(2);
         session.revealFile(2);
         session.openFile(1);
         QCOMPARE(workspace->opened, QStringList{path});
         QCOMPARE(workspace->shown, QStringList{path});
         session.newChat();
-        QCOMPARE(session.selectedName(), QString());
+        QCOMPARE(session.preview()->name(), QString());
         session.selectNumber(1); // of no answer
-        QCOMPARE(session.selectedName(), QString());
+        QCOMPARE(session.preview()->name(), QString());
 
         session.setPage(2);
         QCOMPARE(state.selectedSidebarItem(), SidebarItem::privacy);

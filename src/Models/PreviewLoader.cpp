@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Models/PreviewLoader.h"
+
+#include "Models/MarkedText.h"
+#include "Platform/FileAttributes.h"
+#include "Utilities/FileTypeHelper.h"
+#include "Utilities/PrintableText.h"
+
+#include <QCoroFuture>
+#include <QPointer>
+#include <QtConcurrentRun>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace dugwise {
+
+namespace {
+
+/// A text as it is shown: every line break is a line feed and every tab some blanks, and it is no
+/// longer than is laid out in a moment.
+QString shown(QString text)
+{
+    if (text.size() > PreviewLoader::kMostUnits) {
+        text.truncate(PreviewLoader::kMostUnits
+                      - (text.at(PreviewLoader::kMostUnits - 1).isHighSurrogate() ? 1 : 0));
+        text += u"\n\n[Truncated...]"_s;
+    }
+    text.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').replace(u'\f', u'\n');
+    return printableLines(text.replace(u'\t', u"    "_s));
+}
+
+std::optional<PreviewLoader::Text> readText(const FilePreviewService &service,
+                                            const IndexedFile &file,
+                                            const QStringList &words,
+                                            const std::stop_token &stop)
+{
+    const auto attributes = fileAttributes(file->path);
+    if (!attributes || !attributes->isRegularFile || attributes->size > PreviewLoader::kLargestFile)
+        return std::nullopt;
+    const std::optional<QString> text =
+        service.extractPreviewText(file, PreviewLoader::kMostCharacters, stop);
+    if (!text)
+        return std::nullopt;
+    const QString plain = shown(*text);
+    return PreviewLoader::Text{plain, markedTextToHtml(plain, words)};
+}
+
+} // namespace
+
+PreviewLoader::PreviewLoader(FilePreviewService service,
+                             const ThumbnailReader *thumbnails,
+                             QObject *parent)
+    : QObject(parent)
+    , m_service(service)
+    , m_thumbnails(thumbnails)
+{
+    m_worker.setMaxThreadCount(1);
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(kPatience);
+    m_patience.callOnTimeout(this, &PreviewLoader::giveUp);
+}
+
+PreviewLoader::~PreviewLoader()
+{
+    m_stop.request_stop();
+    m_worker.waitForDone();
+}
+
+void PreviewLoader::load(const std::optional<IndexedFile> &file, const QStringList &words)
+{
+    m_stop.request_stop();
+    m_wanted.reset();
+    m_text.reset();
+    m_thumbnail.reset();
+    m_isReading = file.has_value();
+    m_patience.stop();
+    if (file) {
+        m_wanted = Wanted{*file, words};
+        m_patience.start();
+    }
+    Q_EMIT changed();
+    if (m_wanted && !m_isWorking)
+        readWanted();
+}
+
+QCoro::Task<void> PreviewLoader::readWanted()
+{
+    const QPointer<PreviewLoader> self(this);
+    m_isWorking = true;
+    while (m_wanted) {
+        const Wanted wanted = *std::exchange(m_wanted, std::nullopt);
+        m_stop = {};
+        const std::stop_token stop = m_stop.get_token();
+        const FilePreviewService service = m_service;
+        const QFuture<std::optional<Text>> reading =
+            QtConcurrent::run(&m_worker, [service, wanted, stop] {
+                return readText(service, wanted.file, wanted.words, stop);
+            });
+        const std::optional<Text> text = co_await reading;
+        if (!self)
+            co_return;
+        if (stop.stop_requested())
+            continue;
+        publish(text);
+        if (stop.stop_requested() || !m_thumbnails || !text
+            || FileTypeHelper::fileType(wanted.file->fileExtension) != FileType::image)
+            continue;
+        const ThumbnailReader *const thumbnails = m_thumbnails;
+        const QFuture<std::optional<Thumbnail>> drawing =
+            QtConcurrent::run(&m_worker, [thumbnails, path = wanted.file->path, stop] {
+                return thumbnails->thumbnail(path, stop);
+            });
+        const std::optional<Thumbnail> thumbnail = co_await drawing;
+        if (!self)
+            co_return;
+        if (stop.stop_requested() || !thumbnail)
+            continue;
+        m_thumbnail = thumbnail;
+        Q_EMIT changed();
+    }
+    m_isWorking = false;
+}
+
+/// The file lies where nothing answers.
+void PreviewLoader::giveUp()
+{
+    if (!m_isReading)
+        return;
+    m_wanted.reset();
+    m_stop.request_stop();
+    publish(std::nullopt);
+}
+
+void PreviewLoader::publish(const std::optional<Text> &text)
+{
+    m_patience.stop();
+    m_isReading = false;
+    m_text = text;
+    Q_EMIT changed();
+}
+
+} // namespace dugwise

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Models/Records/IndexedFile.h"
+#include "Platform/Thumbnail.h"
+#include "Services/FilePreviewService.h"
+
+#include <QCoroTask>
+#include <QObject>
+#include <QThreadPool>
+#include <QTimer>
+
+#include <chrono>
+#include <optional>
+#include <stop_token>
+
+namespace dugwise {
+
+/// Reads what a preview shows of a file's content, one file at a time, in a worker of its own. Only
+/// the file asked for last counts: reading the one before is stopped, and those in between are
+/// never touched. Lives on the UI thread, where what was read is published.
+class PreviewLoader : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// What a preview shows of a file's text.
+    struct Text
+    {
+        QString plain; ///< several lines, without characters that control anything
+        QString html;  ///< the same, with a <b> around the words that are looked for
+    };
+
+    /// Characters of the text that is shown.
+    static constexpr std::size_t kMostCharacters = 3000;
+    /// UTF-16 code units of it: characters can be of any length, and all of them are laid out.
+    static constexpr qsizetype kMostUnits = qsizetype{4} * kMostCharacters;
+    /// Bytes of the largest file that is read for its text, because all of it is looked at.
+    static constexpr qint64 kLargestFile = qint64{512} * 1024 * 1024;
+    /// After this there is no text; somewhat longer than a document may take by itself.
+    static constexpr std::chrono::seconds kPatience{7};
+
+    /// The reader outlives the object; null: there are no thumbnails.
+    PreviewLoader(FilePreviewService service,
+                  const ThumbnailReader *thumbnails,
+                  QObject *parent = nullptr);
+    Q_DISABLE_COPY_MOVE(PreviewLoader)
+    ~PreviewLoader() override;
+
+    /// Shows nothing of any file before, and reads this one, if any. `words` are looked for in it.
+    void load(const std::optional<IndexedFile> &file, const QStringList &words = {});
+
+    /// Whether the text is still to come.
+    [[nodiscard]] bool isReading() const { return m_isReading; }
+    /// Absent as long as it is read, and when there is none.
+    [[nodiscard]] const std::optional<Text> &text() const { return m_text; }
+    /// Of an image; comes after the text.
+    [[nodiscard]] const std::optional<Thumbnail> &thumbnail() const { return m_thumbnail; }
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    struct Wanted
+    {
+        IndexedFile file;
+        QStringList words;
+    };
+
+    QCoro::Task<void> readWanted();
+    void giveUp();
+    void publish(const std::optional<Text> &text);
+
+    FilePreviewService m_service;
+    const ThumbnailReader *m_thumbnails;
+    QThreadPool m_worker;
+    QTimer m_patience;
+    std::stop_source m_stop; ///< of what is read now
+    std::optional<Wanted> m_wanted;
+    bool m_isWorking = false;
+    bool m_isReading = false;
+    std::optional<Text> m_text;
+    std::optional<Thumbnail> m_thumbnail;
+};
+
+} // namespace dugwise

@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Dugwise authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Dugwise
+
+/// What can be done with a file.
+FlowLayout {
+    id: root
+
+    required property FilePreview preview
+
+    spacing: 8
+
+    BorderedButton {
+        objectName: "previewOpen"
+        text: "Open File"
+        symbol: "arrow.up.forward.square"
+        mostWidth: root.width
+        onClicked: root.preview.openFile()
+    }
+    BorderedButton {
+        objectName: "previewReveal"
+        text: "Reveal in Finder"
+        symbol: "folder"
+        mostWidth: root.width
+        onClicked: root.preview.revealFile()
+    }
+}
