@@ -3,6 +3,7 @@
 #include "Services/FileIndexer.h"
 
 #include "Platform/Platform.h"
+#include "Services/FolderWalk.h"
 #include "Services/RecordVectors.h"
 
 #include <QCoroFuture>
@@ -12,7 +13,6 @@
 #include <QtConcurrentRun>
 
 #include <algorithm>
-#include <deque>
 
 using namespace Qt::StringLiterals;
 
@@ -20,28 +20,8 @@ namespace dugwise {
 
 namespace {
 
-/// Files whose records one worker makes at a time; their appending takes well below a frame.
-constexpr qsizetype kBatch = 32;
-
 /// How long the start-up waits for another process before it goes on with what is on disk.
 constexpr std::chrono::seconds kStartUpWait{10};
-
-QSet<QString> pathsOf(const QList<IndexedFile> &files)
-{
-    QSet<QString> paths;
-    paths.reserve(files.size());
-    for (const IndexedFile &file : files)
-        paths.insert(file->path);
-    return paths;
-}
-
-/// What the desktop knows about files now; null where it keeps nothing.
-std::shared_ptr<const MetadataIndex> readMetadata(const MetadataReader *reader,
-                                                  std::shared_ptr<const MetadataIndex> previous,
-                                                  const std::stop_token &stop)
-{
-    return reader ? reader->read(std::move(previous), stop) : nullptr;
-}
 
 std::optional<IndexStore::Vectors> storedVectors(const Platform &platform)
 {
@@ -349,9 +329,8 @@ QCoro::Task<void> FileIndexer::indexFolder(QUrl folder)
     co_await walk(path, options);
 }
 
-/// Lists the folder, reads what the desktop knows about files, has the folder's records made by the
-/// workers, a few batches ahead, and appends them in listing order. Stops early when the folder is
-/// removed or all are to be walked again. Tells whether it came to the end and saved the index.
+/// Appends the records of the folder's files as they come. Stops early when the folder is removed
+/// or all are to be walked again. Tells whether it came to the end and saved the index.
 QCoro::Task<bool> FileIndexer::walk(QString folder, IndexingOptions options)
 {
     const QPointer<FileIndexer> self(this);
@@ -360,50 +339,29 @@ QCoro::Task<bool> FileIndexer::walk(QString folder, IndexingOptions options)
     setIsIndexing(true);
     setIndexingProgress(0);
     const int reindexings = m_reindexings;
-    QFuture<std::optional<QList<ListedFile>>> listing =
-        QtConcurrent::run(&m_workers, listIncluded, folder, options, m_stop.get_token());
-    QFuture<QSet<QString>> gathering = QtConcurrent::run(&m_workers, pathsOf, m_indexedFiles);
-    const QFuture<std::shared_ptr<const MetadataIndex>> reading = QtConcurrent::run(
-        &m_workers, readMetadata, m_platform.metadataReader.get(), m_metadata, m_stop.get_token());
-    std::optional<QList<ListedFile>> listed = co_await listing;
-    QSet<QString> knownPaths = co_await gathering;
-    const std::shared_ptr<const MetadataIndex> metadata = co_await reading;
+    // Shared with the worker that lets go of it.
+    auto walking = std::make_shared<FolderWalk>(m_platform, m_workers, m_stop.get_token());
+    const QCoro::Task<bool> beginning = walking->begin(folder, options, m_indexedFiles, m_metadata);
+    const bool isFolderThere = co_await beginning;
     if (!self)
         co_return false;
-    freeInWorker(std::exchange(m_metadata, metadata));
-    // What the futures share with these would be copied at the first change.
-    listing = {};
-    gathering = {};
-    if (!listed) {
+    freeInWorker(std::exchange(m_metadata, walking->metadata()));
+    if (!isFolderThere) {
         setIsIndexing(false);
         co_return false;
     }
 
-    const auto batchesAhead = 2 * static_cast<std::size_t>(m_workers.maxThreadCount());
     const bool wasListed = m_folders.contains(folder);
-    const auto isWanted = [&] {
-        return m_folders.contains(folder) == wasListed && m_reindexings == reindexings;
-    };
-    std::deque<QFuture<QList<IndexedFile>>> batches;
-    qsizetype started = 0;
-    qsizetype done = 0;
-    while (done < listed->size() && isWanted()) {
-        while (started < listed->size() && batches.size() < batchesAhead) {
-            batches.push_back(buildRecords(listed->mid(started, kBatch), knownPaths));
-            started += kBatch;
-        }
-        const QFuture<QList<IndexedFile>> batch = batches.front();
-        batches.pop_front();
-        const QList<IndexedFile> records = co_await batch;
+    while (!walking->isAtEnd() && m_folders.contains(folder) == wasListed) {
+        const QList<IndexedFile> records = co_await walking->next();
         if (!self)
             co_return false;
         if (m_reindexings != reindexings)
             break; // the list may have been emptied already
-        append(records, knownPaths);
-        done = std::min(done + kBatch, listed->size());
-        setIndexingProgress(static_cast<double>(done) / static_cast<double>(listed->size()));
+        append(records);
+        setIndexingProgress(walking->progress());
     }
-    freeInWorker(std::move(*listed), std::move(knownPaths));
+    freeInWorker(std::move(walking));
     setIsIndexing(false);
     if (m_reindexings != reindexings)
         co_return false;
@@ -464,44 +422,11 @@ void FileIndexer::removeRecordsBelow(const QString &folder)
     setIndexedFiles(std::move(kept));
 }
 
-/// Starts the making of records for those of `files` that have none.
-QFuture<QList<IndexedFile>> FileIndexer::buildRecords(const QList<ListedFile> &files,
-                                                      const QSet<QString> &knownPaths)
-{
-    QList<ListedFile> missing;
-    std::ranges::copy_if(files, std::back_inserter(missing), [&](const ListedFile &file) {
-        return !knownPaths.contains(file.path());
-    });
-    const FileRecordSources sources{
-        .spotlightService =
-            SpotlightMetadataService(m_metadata, m_platform.metadataQueryCommand.get()),
-        .pdfDocuments = m_platform.pdfDocuments.get(),
-        .clock = m_platform.clock,
-    };
-    const SentenceEmbedding *const embedding = m_platform.sentenceEmbedding.get();
-    const auto build = [missing, sources, embedding, stop = m_stop.get_token()] {
-        QList<IndexedFile> records;
-        for (const ListedFile &file : missing) {
-            if (stop.stop_requested())
-                break;
-            if (const auto record = createIndexedFile(file, sources, stop))
-                records.append(*record);
-        }
-        return withVectors(records, embedding, stop);
-    };
-    return QtConcurrent::run(&m_workers, build);
-}
-
-void FileIndexer::append(const QList<IndexedFile> &records, QSet<QString> &knownPaths)
+void FileIndexer::append(const QList<IndexedFile> &records)
 {
     if (records.isEmpty())
         return;
-    for (const IndexedFile &record : records) {
-        if (knownPaths.contains(record->path))
-            continue;
-        knownPaths.insert(record->path);
-        m_indexedFiles.append(record);
-    }
+    m_indexedFiles.append(records);
     Q_EMIT indexedFilesChanged();
 }
 

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "Models/Records/IndexedFile.h"
-#include "Services/FileRecord.h"
 #include "Services/IndexStore.h"
 #include "Services/IndexedFolders.h"
 #include "Services/IndexingOptions.h"
@@ -12,7 +11,6 @@
 #include <QLatin1StringView>
 #include <QList>
 #include <QObject>
-#include <QSet>
 #include <QThreadPool>
 #include <QUrl>
 
@@ -105,9 +103,7 @@ private:
     template <typename... Values>
     void freeInWorker(Values... values);
     void removeRecordsBelow(const QString &folder);
-    [[nodiscard]] QFuture<QList<IndexedFile>> buildRecords(const QList<ListedFile> &files,
-                                                           const QSet<QString> &knownPaths);
-    void append(const QList<IndexedFile> &records, QSet<QString> &knownPaths);
+    void append(const QList<IndexedFile> &records);
     void setIsIndexing(bool isIndexing);
     void setIndexingProgress(double progress);
     void countFiles();
@@ -118,7 +114,7 @@ private:
     IndexStore m_store;
     IndexedFolders m_folders;
     QList<IndexedFile> m_indexedFiles;
-    /// As the last walk read it; shared with the workers that look into it.
+    /// As the last walk read it; shared with the walk that is under way.
     std::shared_ptr<const MetadataIndex> m_metadata;
     bool m_isIndexing = false;
     double m_indexingProgress = 0;
