@@ -154,6 +154,22 @@ private Q_SLOTS:
         QCOMPARE(run({u"folders"_s, u"remove"_s, path(u"Elsewhere"_s)}).exitCode, 2);
     }
 
+    void nothingIsIndexedWhileThatIsOff()
+    {
+        writeFile(path(u".config/Dugwise/Dugwise.ini"_s), "[General]\nenableLocalIndexing=false\n");
+        writeFile(path(u"Elsewhere/secret plan.txt"_s), "to be found");
+        const Outcome added = run({u"folders"_s, u"add"_s, path(u"Elsewhere"_s)});
+        QCOMPARE(added.exitCode, 0);
+        const Outcome indexed = run({u"index"_s});
+        QCOMPARE(indexed.exitCode, 1);
+        for (const Outcome &outcome : {added, indexed}) {
+            QVERIFY(outcome.out.isEmpty());
+            QCOMPARE(outcome.err,
+                     "dugwise: local indexing is off in the settings: nothing was indexed\n");
+        }
+        QVERIFY(run({u"ask"_s, u"--json"_s, u"plan"_s}).names().isEmpty());
+    }
+
     void chatAnswersLineByLine()
     {
         const QByteArray endless(100'000, 'x');

@@ -136,4 +136,31 @@ TestCase {
             }
         }
     }
+
+    function test_settingsAskAgain() {
+        mouseClick(find("deny"))
+        tryVerify(() => root.sheet.opened && root.question().includes("contacts"))
+        mouseClick(find("deny"))
+        tryVerify(() => !root.sheet.visible)
+        root.given.session.page = 1
+        const row = findChild(root.window.contentItem, "contactsRow")
+        const button = findChild(row, "ask")
+        for (const answer of ["later", "deny", "allow"]) {
+            tryVerify(() => button.visible)
+            button.forceActiveFocus(Qt.TabFocusReason)
+            keyClick(Qt.Key_Return)
+            tryVerify(() => root.sheet.opened && root.question().includes("contacts"))
+            verify(!row.isActive)
+            mouseClick(find(answer))
+            tryVerify(() => !root.sheet.visible)
+            tryVerify(() => root.given.accessAnswer("contacts") === (answer === "allow"))
+        }
+        tryVerify(() => row.isActive)
+        compare(row.detail, "Connected — resolving names to emails")
+        verify(!button.visible)
+        compare(state("Contacts"), "Connected")
+        compare(root.given.accessAnswer("calendar"), false)
+        verify(findChild(findChild(root.window.contentItem, "calendarRow"), "ask").visible)
+        root.given.session.page = 0
+    }
 }

@@ -23,6 +23,7 @@ RowLayout {
         symbol: root.symbol
         title: root.label
         detail: root.detail
+        symbolSize: Math.round(Theme.callout * 1.2)
         tint: root.isActive ? Theme.accent : Theme.secondary
         Accessible.description: root.isActive ? "On" : "Off"
     }

@@ -13,6 +13,8 @@ Flow {
     spacing: 8
 
     Row {
+        id: secure
+
         spacing: 5
 
         Symbol {
@@ -30,12 +32,15 @@ Flow {
         }
     }
     PlainLabel {
+        visible: root.width >= secure.width + implicitWidth + network.width + 2 * root.spacing
         text: "•"
         color: Theme.secondary
         font.pixelSize: Theme.callout
         Accessible.ignored: true
     }
     Row {
+        id: network
+
         spacing: 5
 
         Symbol {

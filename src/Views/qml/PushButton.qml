@@ -8,19 +8,19 @@ PlainButton {
     id: root
 
     /// Whether its ground is full of its colour: for what cannot be taken back.
-    property bool isFull: false
+    property bool isFilled: false
 
     leftPadding: 12
     rightPadding: 12
     topPadding: 6
     bottomPadding: 6
-    textColor: isFull ? Theme.accentInk : tint
+    textColor: isFilled ? Theme.accentInk : tint
 
     background: Rectangle {
         radius: 7
-        color: root.isFull ? Qt.darker(root.tint, root.hovered ? 1.15 : 1)
+        color: root.isFilled ? Qt.darker(root.tint, root.hovered ? 1.15 : 1)
                            : Theme.faded(root.tint, root.hovered ? 0.16 : 0.08)
-        border.width: root.isFull ? 0 : 1
+        border.width: root.isFilled ? 0 : 1
         border.color: Theme.faded(root.tint, 0.25)
 
         FocusRing { control: root }

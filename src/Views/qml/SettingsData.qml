@@ -61,7 +61,7 @@ TitledCard {
                 objectName: "confirmClear"
                 text: "Clear"
                 tint: Theme.red
-                isFull: true
+                isFilled: true
                 onClicked: root.conclude(true)
             }
             PushButton {

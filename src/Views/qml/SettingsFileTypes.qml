@@ -32,6 +32,6 @@ TitledCard {
     }
     NoteRow {
         symbol: "info.circle"
-        text: "A change takes effect with the next walk: Re-index All starts one."
+        text: "A change takes effect when folders are indexed next, as by Re-index All."
     }
 }

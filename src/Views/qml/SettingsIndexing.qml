@@ -75,6 +75,6 @@ TitledCard {
         objectName: "indexingOff"
         visible: !root.session.settings.enableLocalIndexing
         symbol: "info.circle"
-        text: "No folder is walked while this is off; what is indexed stays."
+        text: "While this is off no folder is indexed; what is indexed already stays."
     }
 }
