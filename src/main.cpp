@@ -75,6 +75,8 @@ int runWindow(char **argv, const QString &request)
     addSystemFacilities(platform);
     platform.folderPicker = std::make_unique<DialogFolderPicker>();
     platform.accessPrompt = std::make_unique<SheetAccessPrompt>();
+    if (platform.metadataQuery)
+        platform.metadataQuery->prepare();
     DugwiseApp app(platform);
     Session session(platform, app.appState(), app.fileIndexer(), app.networkMonitor());
     Window window(session);

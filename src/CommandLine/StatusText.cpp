@@ -28,11 +28,6 @@ QString line(const QString &what, const QString &state)
     return u"  %1%2\n"_s.arg(what.leftJustified(18), state);
 }
 
-QString onOrWhyNot(bool isOn, const QString &whyNot)
-{
-    return isOn ? u"on"_s : u"off: "_s + whyNot;
-}
-
 QString folderLines(const FileIndexer &fileIndexer)
 {
     const QList<IndexedFile> files = fileIndexer.indexedFiles();
@@ -105,6 +100,14 @@ QString machineSearchState(const Platform &platform)
     return (QStringList{u"on: "_s + present.join(u", "_s)} + missing).join(u"; "_s);
 }
 
+QString mailState(const Platform &platform)
+{
+    const MetadataQuery *const mail = platform.metadataQuery.get();
+    if (!mail)
+        return withoutHelper(u"dugwise-extract"_s);
+    return (mail->hasStores() ? u"on: "_s : u"off: "_s) + printable(mail->description());
+}
+
 QString messagesState(const Platform &platform)
 {
     if (!platform.messageStore)
@@ -167,7 +170,6 @@ QString statusText(const Platform &platform,
                    const NetworkMonitor &networkMonitor)
 {
     const QString indexPath = platform.folders.data + u'/' + FileIndexer::kIndexFileName;
-    const QString notYet = u"not part of this version"_s;
     return u"Folders\n"_s + folderLines(fileIndexer) + u"Index\n"_s
            + line(u"files"_s, QString::number(fileIndexer.totalFilesIndexed()))
            + line(u"on disk"_s, byteCount(QFileInfo(indexPath).size()) + u", "_s + indexPath)
@@ -176,8 +178,7 @@ QString statusText(const Platform &platform,
            + line(u"text of PDFs"_s, pdfState(platform))
            + line(u"download facts"_s, metadataState(platform))
            + line(u"whole machine"_s, machineSearchState(platform)) + u"Data sources\n"_s
-           + line(u"mail"_s, onOrWhyNot(false, notYet))
-           + line(u"messages"_s, messagesState(platform))
+           + line(u"mail"_s, mailState(platform)) + line(u"messages"_s, messagesState(platform))
            + line(u"calendar"_s, calendarState(platform))
            + line(u"contacts"_s, contactsState(platform)) + u"Network\n"_s
            + line(u"connections"_s,

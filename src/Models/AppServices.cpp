@@ -11,7 +11,7 @@ AppServices::AppServices(Platform &platform)
     : llm(std::make_unique<OnDeviceLLMService>(
         platform.languageModel.get(), std::make_unique<MockLLMService>(), platform.clock))
     , calendar(std::make_unique<CalendarService>(platform))
-    , mail(std::make_unique<MailSearchService>())
+    , mail(std::make_unique<MailSearchService>(platform.metadataQuery.get(), platform.clock))
     , messages(std::make_unique<MessagesService>(platform.messageStore.get()))
     , contacts(std::make_unique<ContactsService>(platform))
     , preview(platform.pdfDocuments.get())

@@ -9,6 +9,7 @@
 #include "Platform/FolderPicker.h"
 #include "Platform/MessageStore.h"
 #include "Platform/MetadataItem.h"
+#include "Platform/MetadataQuery.h"
 #include "Platform/MetadataQueryCommand.h"
 #include "Platform/NetworkPathMonitor.h"
 #include "Platform/PDFDocument.h"
@@ -41,6 +42,7 @@ struct Platform
     std::unique_ptr<ThumbnailReader> thumbnails;
     std::unique_ptr<MetadataReader> metadataReader;
     std::unique_ptr<MetadataQueryCommand> metadataQueryCommand;
+    std::unique_ptr<MetadataQuery> metadataQuery;
     std::unique_ptr<SentenceEmbedding> sentenceEmbedding;
     std::unique_ptr<SystemLanguageModel> languageModel;
     std::unique_ptr<Workspace> workspace;

@@ -77,7 +77,7 @@ QString DesktopMailQuery::description() const
         programs.append(store.program);
     programs.removeDuplicates();
     if (programs.isEmpty())
-        return mailPlaces();
+        return u"none found; %1 would be read"_s.arg(mailPlaces());
     const MailIndex::Summary summary = MailIndex(m_folders.cache).summary();
     QString text = u"%1, %2 in %3"_s.arg(programs.join(u", "_s),
                                          counted(summary.messages, u"message"_s),

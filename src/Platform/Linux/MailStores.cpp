@@ -119,22 +119,10 @@ private:
     bool m_marksDeleted;
 };
 
-/// The roots of all profiles of Thunderbird:
-/// https://support.mozilla.org/kb/profiles-where-thunderbird
 QStringList thunderbirdRoots(const StandardFolders &folders)
 {
-    const QString flatpaks = folders.home + "/.var/app"_L1;
-    const QStringList places{
-        folders.home + "/.thunderbird"_L1,
-        folders.home + "/.icedove"_L1,
-        folders.configHome() + "/thunderbird"_L1,
-        folders.home + "/snap/thunderbird/common/.thunderbird"_L1,
-        flatpaks + "/org.mozilla.Thunderbird/.thunderbird"_L1,
-        flatpaks + "/org.mozilla.thunderbird/.thunderbird"_L1,
-        flatpaks + "/eu.betterbird.Betterbird/.thunderbird"_L1,
-    };
     QStringList roots;
-    for (const QString &profile : profileFolders(places)) {
+    for (const QString &profile : thunderbirdProfiles(folders)) {
         for (const auto kind : {"/Mail"_L1, "/ImapMail"_L1})
             roots.append(profile + kind);
     }
@@ -191,8 +179,8 @@ QList<MailFolder> mailFolders(const MailStore &store)
 
 QString mailPlaces()
 {
-    return u"no mail of Thunderbird, and no local mail of Evolution or KMail; nor is there mail in "
-           "Maildir, Mail, mail or .mail in the home folder, or in .local/share/mail"_s;
+    return u"mail of Thunderbird, local mail of Evolution or KMail, or Maildir and mbox folders in "
+           "~/Maildir, ~/Mail, ~/mail, ~/.mail or ~/.local/share/mail"_s;
 }
 
 } // namespace dugwise

@@ -6,6 +6,7 @@
 #include "Platform/HelperProgram.h"
 #include "Platform/Linux/DesktopContactStore.h"
 #include "Platform/Linux/DesktopEventStore.h"
+#include "Platform/Linux/DesktopMailQuery.h"
 #include "Platform/Linux/DesktopMessageStore.h"
 #include "Platform/Linux/DesktopWorkspace.h"
 #include "Platform/Linux/LocalModelServer.h"
@@ -27,6 +28,7 @@ void addSystemFacilities(Platform &platform)
     if (parser && Sandbox::isAvailable()) {
         platform.pdfDocuments = std::make_unique<SandboxedPDFReader>(
             *parser, platform.folders.cache + u"/unreadable"_s);
+        platform.metadataQuery = std::make_unique<DesktopMailQuery>(platform.folders, *parser);
     }
     if (const auto path = dataFile(u"embedding.table"_s)) {
         if (std::optional<EmbeddingTable> table = EmbeddingTable::open(*path))

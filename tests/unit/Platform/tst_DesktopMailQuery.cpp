@@ -5,41 +5,17 @@
 #include "Platform/Linux/MailFolderNames.h"
 #include "Platform/Linux/MailIndex.h"
 #include "Platform/Linux/MailStores.h"
+#include "support/Fingerprint.h"
 #include "support/ParserProcesses.h"
 #include "support/SampleHome.h"
 #include "support/SampleMail.h"
 
 #include <QCoroTask>
-#include <QCryptographicHash>
-#include <QDirIterator>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace dugwise::test {
-
-namespace {
-
-/// Contents, times of change and names of all below a folder.
-QByteArray fingerprint(const QString &folder)
-{
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    QStringList paths;
-    QDirIterator files(folder,
-                       QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
-                       QDirIterator::Subdirectories);
-    while (files.hasNext())
-        paths.append(files.next());
-    paths.sort();
-    for (const QString &path : std::as_const(paths)) {
-        const qint64 time = QFileInfo(path).lastModified().toMSecsSinceEpoch();
-        hash.addData((path + QString::number(time)).toUtf8());
-        hash.addData(readFile(path));
-    }
-    return hash.result();
-}
-
-} // namespace
 
 class TstDesktopMailQuery : public QObject
 {
@@ -98,6 +74,7 @@ private Q_SLOTS:
         QVERIFY(mailStores(folders).isEmpty());
         start();
         QVERIFY(!m_query->hasStores());
+        QVERIFY(m_query->description().startsWith(u"none found; "_s));
         QCOMPARE(find(u"anything"_s), u""_s);
         QVERIFY(!QFileInfo::exists(folders.cache)); // nothing was made
 
