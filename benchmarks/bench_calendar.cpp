@@ -2,14 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Reads calendars and address books in folders: a file for each of many events and contacts, one in
 // ten of the events weekly; then again when nothing has changed, when one has, and for other spans
-// and names. "from nothing" is a store that has just been made, with its parser yet to be started.
-// usage: bench_calendar [ITEMS [ROUNDS]]
+// and names; and the same events in Thunderbird's database. "from nothing" is a store that has just
+// been made, with its parser yet to be started. usage: bench_calendar [ITEMS [ROUNDS]]
 
 #include "Measure.h"
 #include "Platform/Linux/DesktopContactStore.h"
 #include "Platform/Linux/DesktopEventStore.h"
 #include "support/SampleFiles.h"
 #include "support/SampleHome.h"
+#include "support/SampleThunderbird.h"
 
 #include <QCoreApplication>
 
@@ -54,6 +55,28 @@ QByteArray card(int number)
            + "\r\nORG:Example\r\nADR;TYPE=HOME:;;1 Street;Town;;12345;Country\r\n"
              "NOTE:"
            + QByteArray("Something to remember. ").repeated(5) + "\r\nEND:VCARD\r\n";
+}
+
+/// The same events as in the files.
+void fill(SampleThunderbirdCalendar &calendar, int count)
+{
+    calendar.run("BEGIN");
+    for (int i = 0; i < count; ++i) {
+        const QString id = QString::number(i);
+        const Instant start = kNow - (i % 730) * kDay;
+        calendar.add({.id = id,
+                      .title = QStringLiteral("Meeting %1 about the budget").arg(id),
+                      .start = start,
+                      .end = start - -kHour,
+                      .zone = QStringLiteral("Europe/Berlin")});
+        calendar.addProperty(id, QStringLiteral("LOCATION"), QStringLiteral("Room ") + id);
+        calendar.addProperty(id,
+                             QStringLiteral("DESCRIPTION"),
+                             QStringLiteral("Points to talk about. ").repeated(10));
+        if (i % 10 == 0)
+            calendar.addRecurrence(id, QStringLiteral("RRULE:FREQ=WEEKLY"));
+    }
+    calendar.run("COMMIT");
 }
 
 /// `prepare` is not measured.
@@ -122,6 +145,18 @@ int main(int argc, char *argv[])
     measure("contacts, the same again", rounds, nothing, [&] { return contactsOf("sarah"); });
     measure("contacts, one changed", rounds, changeContact, [&] { return contactsOf("sarah"); });
     measure("contacts, none", rounds, nothing, [&] { return contactsOf("quincunx"); });
+
+    const SampleHome thunderbirdHome;
+    const QString profile = thunderbirdHome.path(QStringLiteral(".thunderbird/x.default"));
+    QDir().mkpath(profile);
+    SampleThunderbirdCalendar thunderbird(profile);
+    fill(thunderbird, count);
+    measure(
+        "Thunderbird, from nothing",
+        rounds,
+        [&] { events.emplace(thunderbirdHome.platform.folders, parser); },
+        [&] { return eventsOf(kYear / 2); });
+    measure("Thunderbird, the same again", rounds, nothing, [&] { return eventsOf(kYear / 2); });
 
     QByteArray calendar;
     QByteArray book;

@@ -97,14 +97,19 @@ void addRule(const std::string &text,
     }
 }
 
-/// The times of RDATE and EXDATE; of a period, its start.
-std::vector<Moment> moments(const ContentLine &line, const Zones &zones)
+/// The times of RDATE and EXDATE; of a period, its start. Those without a zone are on the clocks of
+/// the event.
+std::vector<Moment> moments(const ContentLine &line, const Moment &start, const Zones &zones)
 {
     std::vector<Moment> found;
     for (std::string_view value : split(line.value, ',')) {
         value = value.substr(0, value.find('/'));
-        if (const auto moment = parseMoment(line, value, zones))
-            found.push_back(*moment);
+        std::optional<Moment> moment = parseMoment(line, value, zones);
+        if (!moment)
+            continue;
+        if (moment->isFloating() && !moment->isDate())
+            moment->zone = start.zone;
+        found.push_back(*moment);
     }
     return found;
 }
@@ -139,7 +144,7 @@ std::vector<std::int64_t> occurrences(const std::string &startLine,
                     line->isNamed("RRULE") ? starts : exceptions);
             continue;
         }
-        for (const Moment &moment : moments(*line, zones)) {
+        for (const Moment &moment : moments(*line, *start, zones)) {
             if (line->isNamed("RDATE"))
                 add(moment, span, starts);
             else if (moment.isDate())

@@ -124,7 +124,7 @@ std::optional<int> AgendaParser::open(const Request &request,
                                        texts);
     const QDeadlineTimer ownDeadline = std::min(deadline, QDeadlineTimer(timeFor(texts)));
     const auto opened = m_process->open(file, ownDeadline, {});
-    return opened ? std::optional(opened->result) : std::nullopt;
+    return opened && opened->result >= 0 ? std::optional(opened->result) : std::nullopt;
 }
 
 QList<AgendaParser::Reading> AgendaParser::readTogether(const Request &request,

@@ -16,6 +16,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -89,6 +90,16 @@ QStringList existing(const QStringList &paths)
     return folders;
 }
 
+/// By what a change of a file is seen.
+QByteArray stateOf(const struct stat &facts)
+{
+    const std::array<qint64, 4> state{facts.st_size,
+                                      facts.st_mtim.tv_sec,
+                                      facts.st_mtim.tv_nsec,
+                                      static_cast<qint64>(facts.st_ino)};
+    return {reinterpret_cast<const char *>(state.data()), sizeof state};
+}
+
 struct Closer
 {
     void operator()(DIR *folder) const { ::closedir(folder); }
@@ -148,10 +159,7 @@ private:
         const QString path = QFile::decodeName(folderPath + '/' + name);
         m_found.append({
             .name = path,
-            .state = QByteArray::number(facts.st_size) + ' '
-                     + QByteArray::number(facts.st_mtim.tv_sec) + ' '
-                     + QByteArray::number(facts.st_mtim.tv_nsec) + ' '
-                     + QByteArray::number(quint64{facts.st_ino}),
+            .state = stateOf(facts),
             .text = [path] { return readStoreFile(path, kLargestFile); },
         });
     }

@@ -48,7 +48,7 @@ QList<StoredContact> DesktopContactStore::contactsNamed(const QString &name) con
         return collectionFiles(contactFolders(m_folders), ".vcf");
     });
     read(m_thunderbird, [&](const QDeadlineTimer &deadline) {
-        return thunderbirdAddressBooks(m_folders, deadline);
+        return addressBookDocuments(thunderbirdAddressBooks(m_folders), m_folders.cache, deadline);
     });
     return contacts;
 }
@@ -59,7 +59,7 @@ QStringList DesktopContactStore::sources() const
     if (EvolutionDataServer(m_folders).isThere(QDeadlineTimer(kLongestReading)))
         lines.append(u"Evolution Data Server"_s);
     lines += folderDescriptions(contactFolders(m_folders), m_folders.home);
-    if (!thunderbirdAddressBooks(m_folders, QDeadlineTimer()).isEmpty())
+    if (!thunderbirdAddressBooks(m_folders).isEmpty())
         lines.append(u"Thunderbird"_s);
     return lines;
 }

@@ -161,8 +161,9 @@ QList<StoredEvent> DesktopEventStore::eventsIn(const DateRange &span) const
     read(m_files, [&](const QDeadlineTimer &) {
         return collectionFiles(calendarFolders(m_folders), ".ics");
     });
-    read(m_thunderbird,
-         [&](const QDeadlineTimer &deadline) { return thunderbirdCalendars(m_folders, deadline); });
+    read(m_thunderbird, [&](const QDeadlineTimer &deadline) {
+        return calendarDocuments(thunderbirdCalendars(m_folders), m_folders.cache, deadline);
+    });
     return occurrences.byStart();
 }
 
@@ -172,7 +173,7 @@ QStringList DesktopEventStore::sources() const
     if (EvolutionDataServer(m_folders).isThere(QDeadlineTimer(kLongestReading)))
         lines.append(u"Evolution Data Server"_s);
     lines += folderDescriptions(calendarFolders(m_folders), m_folders.home);
-    if (!thunderbirdCalendars(m_folders, QDeadlineTimer()).isEmpty())
+    if (!thunderbirdCalendars(m_folders).isEmpty())
         lines.append(u"Thunderbird"_s);
     return lines;
 }

@@ -113,11 +113,17 @@ private:
     timeLine(const QByteArray &name, qint64 microseconds, const QString &zone, bool isDay)
     {
         const QDateTime time = QDateTime::fromMSecsSinceEpoch(microseconds / 1000, Qt::UTC);
-        if (!time.isValid() || time.date().year() < 1 || time.date().year() > 9999)
+        const QDate day = time.date();
+        const QTime clock = time.time();
+        if (!day.isValid() || day.year() < 1 || day.year() > 9999)
             return {};
+        const QString date = QString::asprintf("%04d%02d%02d", day.year(), day.month(), day.day());
         if (isDay)
-            return name + ";VALUE=DATE:" + time.toString(u"yyyyMMdd"_s).toLatin1() + '\n';
-        const QByteArray value = time.toString(u"yyyyMMdd'T'HHmmss"_s).toLatin1();
+            return name + ";VALUE=DATE:" + date.toLatin1() + '\n';
+        const QByteArray value =
+            date.toLatin1()
+            + QString::asprintf("T%02d%02d%02d", clock.hour(), clock.minute(), clock.second())
+                  .toLatin1();
         if (zone == "floating"_L1)
             return name + ':' + value + '\n';
         const QByteArray parameter = ";TZID=\"" + zoneName(zone).remove(u'"').toUtf8() + '"';
@@ -195,6 +201,17 @@ QByteArray cardsText(const SQLiteDatabase &database)
     return text;
 }
 
+/// The files in a folder, by patterns of their names one after the other.
+QStringList filesIn(const QString &folder, const QStringList &patterns)
+{
+    QStringList paths;
+    for (const QString &pattern : patterns) {
+        for (const QString &name : QDir(folder).entryList({pattern}, QDir::Files, QDir::Name))
+            paths.append(folder + u'/' + name);
+    }
+    return paths;
+}
+
 /// Of the three files that a database may have.
 QByteArray stateText(const QString &path)
 {
@@ -215,8 +232,6 @@ QList<StoreDocument> documents(const QStringList &paths,
 {
     QList<StoreDocument> found;
     for (const QString &path : paths) {
-        if (!storeFileState(path).exists)
-            continue;
         const auto text = [=]() -> std::optional<QByteArray> {
             QByteArray made;
             readDatabase(path, cacheFolder, [&](SQLiteDatabase &database) {
@@ -232,31 +247,36 @@ QList<StoreDocument> documents(const QStringList &paths,
 
 } // namespace
 
-QList<StoreDocument> thunderbirdCalendars(const StandardFolders &folders,
-                                          const QDeadlineTimer &deadline)
+QStringList thunderbirdCalendars(const StandardFolders &folders)
 {
     QStringList paths;
-    for (const QString &profile : thunderbirdProfiles(folders)) {
-        paths.append(profile + "/calendar-data/local.sqlite"_L1);
-        paths.append(profile + "/calendar-data/cache.sqlite"_L1);
-    }
-    return documents(paths, folders.cache, deadline, [](const SQLiteDatabase &database) {
+    for (const QString &profile : thunderbirdProfiles(folders))
+        paths += filesIn(profile + "/calendar-data"_L1, {u"local.sqlite"_s, u"cache.sqlite"_s});
+    return paths;
+}
+
+QStringList thunderbirdAddressBooks(const StandardFolders &folders)
+{
+    QStringList paths;
+    for (const QString &profile : thunderbirdProfiles(folders))
+        paths += filesIn(profile, {u"abook.sqlite"_s, u"abook-*.sqlite"_s, u"history.sqlite"_s});
+    return paths;
+}
+
+QList<StoreDocument> calendarDocuments(const QStringList &databases,
+                                       const QString &cacheFolder,
+                                       const QDeadlineTimer &deadline)
+{
+    return documents(databases, cacheFolder, deadline, [](const SQLiteDatabase &database) {
         return CalendarText(database).text();
     });
 }
 
-QList<StoreDocument> thunderbirdAddressBooks(const StandardFolders &folders,
-                                             const QDeadlineTimer &deadline)
+QList<StoreDocument> addressBookDocuments(const QStringList &databases,
+                                          const QString &cacheFolder,
+                                          const QDeadlineTimer &deadline)
 {
-    QStringList paths;
-    for (const QString &profile : thunderbirdProfiles(folders)) {
-        paths.append(profile + "/abook.sqlite"_L1);
-        for (const QString &name :
-             QDir(profile).entryList({u"abook-*.sqlite"_s}, QDir::Files, QDir::Name))
-            paths.append(profile + u'/' + name);
-        paths.append(profile + "/history.sqlite"_L1);
-    }
-    return documents(paths, folders.cache, deadline, cardsText);
+    return documents(databases, cacheFolder, deadline, cardsText);
 }
 
 } // namespace dugwise

@@ -206,6 +206,9 @@ private Q_SLOTS:
             << QByteArray("RRULE:FREQ=DAILY;COUNT=5 EXDATE;TZID=Europe/Berlin:20260319T090000 "
                           "EXDATE:20260320T080000Z,20260321T080000Z")
             << QStringList{u"03-18 08"_s, u"03-22 08"_s};
+        QTest::newRow("without one, on its clocks")
+            << QByteArray("RRULE:FREQ=DAILY;COUNT=2 EXDATE:20260318T090000")
+            << QStringList{u"03-19 08"_s};
         QTest::newRow("without a day")
             << QByteArray("RRULE:FREQ=DAILY;COUNT=2 EXDATE:20260318") << QStringList{u"03-19 08"_s};
         QTest::newRow("without a rule's")
@@ -216,6 +219,8 @@ private Q_SLOTS:
             "RDATE;VALUE=PERIOD:20260403T070000Z/PT1H")
                                << QStringList{
                                       u"03-18 08"_s, u"04-01 08"_s, u"04-02 08"_s, u"04-03 07"_s};
+        QTest::newRow("another calendar's years")
+            << QByteArray("RRULE:RSCALE=HEBREW;FREQ=YEARLY;COUNT=1") << QStringList{u"03-18 08"_s};
         QTest::newRow("two rules")
             << QByteArray("RRULE:FREQ=DAILY;COUNT=2 RRULE:FREQ=DAILY;INTERVAL=3;COUNT=2")
             << QStringList{u"03-18 08"_s, u"03-19 08"_s, u"03-21 08"_s};
