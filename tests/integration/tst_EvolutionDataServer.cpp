@@ -43,6 +43,14 @@ private:
         return QDBusConnection::connectToBus(m_bus->address(), m_bus->address());
     }
 
+    /// Each source has this time.
+    void useStores(std::chrono::milliseconds time)
+    {
+        const auto &folders = m_home->platform.folders;
+        m_events.emplace(folders, QStringLiteral(DUGWISE_AGENDA), time);
+        m_contacts.emplace(folders, QStringLiteral(DUGWISE_AGENDA), time);
+    }
+
     /// What a call returns.
     [[nodiscard]] QVariantList call(const QString &service,
                                     const QString &path,
@@ -138,8 +146,7 @@ private Q_SLOTS:
     {
         setZone(u"UTC"_s);
         m_home.emplace();
-        m_events.emplace(m_home->platform.folders, QStringLiteral(DUGWISE_AGENDA));
-        m_contacts.emplace(m_home->platform.folders, QStringLiteral(DUGWISE_AGENDA));
+        useStores(std::chrono::seconds(PrivateBus::kPatience / 1000));
     }
     void cleanup()
     {
@@ -262,6 +269,7 @@ private Q_SLOTS:
             writeService(program);
         m_bus.emplace(m_home->folder.path(), m_home->path(u"services"_s));
         writeFiles();
+        useStores(std::chrono::seconds(1));
         QElapsedTimer timer;
         timer.start();
         QCOMPARE(find(), QStringList{u"03-10 10:00 File"_s});
@@ -276,6 +284,7 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(m_home->path(u".config/evolution"_s)));
         writeFiles();
         ::kill(static_cast<pid_t>(m_bus->processId()), SIGSTOP);
+        useStores(std::chrono::seconds(1));
         QElapsedTimer timer;
         timer.start();
         const QStringList found = find();
@@ -306,6 +315,7 @@ private Q_SLOTS:
         QVERIFY(factory > 0);
         // It answers nothing any more, and then it is gone.
         ::kill(factory, SIGSTOP);
+        useStores(std::chrono::seconds(1));
         QElapsedTimer timer;
         timer.start();
         QCOMPARE(find(), QStringList());

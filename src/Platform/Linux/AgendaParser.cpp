@@ -17,8 +17,7 @@ namespace {
 constexpr qsizetype kMostDocuments = 256;
 constexpr qsizetype kMostBytes = qsizetype{1024} * 1024;
 
-constexpr int kMostDeaths = 3; // over one document
-constexpr std::chrono::milliseconds kLeastTime{300};
+constexpr int kMostDeaths = 3;                   // over one document
 constexpr qsizetype kBytesInAMillisecond = 4096; // at the slowest
 
 /// A file in memory that holds the batch.
@@ -44,15 +43,6 @@ FileDescriptor fileOf(const AgendaProtocol::Header &header, const QList<QByteArr
     };
     return file && write(head) && std::ranges::all_of(texts, write) ? std::move(file)
                                                                     : FileDescriptor();
-}
-
-/// How long a batch may take.
-std::chrono::milliseconds timeFor(const QList<QByteArray> &texts)
-{
-    qsizetype bytes = 0;
-    for (const QByteArray &text : texts)
-        bytes += text.size();
-    return kLeastTime + std::chrono::milliseconds(bytes / kBytesInAMillisecond);
 }
 
 /// Adds records to those of their documents.
@@ -97,6 +87,14 @@ QList<AgendaParser::Reading> AgendaParser::read(const Request &request,
     }
     readings.resize(request.documents);
     return readings;
+}
+
+std::chrono::milliseconds AgendaParser::timeFor(const QList<QByteArray> &texts) const
+{
+    qsizetype bytes = 0;
+    for (const QByteArray &text : texts)
+        bytes += text.size();
+    return m_patience + std::chrono::milliseconds(bytes / kBytesInAMillisecond);
 }
 
 bool AgendaParser::isRunning(const QDeadlineTimer &deadline)

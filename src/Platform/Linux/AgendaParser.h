@@ -9,6 +9,7 @@
 #include <QList>
 #include <QStringList>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -40,9 +41,11 @@ public:
         QList<QStringList> records{}; ///< fields as AgendaProtocol tells them
     };
 
-    /// `program` is the path of dugwise-agenda; without one, nothing can be read.
-    explicit AgendaParser(QString program)
+    /// `program` is the path of dugwise-agenda; without one, nothing can be read. An item may take
+    /// `patience`.
+    AgendaParser(QString program, std::chrono::milliseconds patience)
         : m_program(std::move(program))
+        , m_patience(patience)
     {}
 
     /// What comes of each document until the deadline. Waits for it: for workers.
@@ -61,7 +64,11 @@ private:
     [[nodiscard]] Reading
     readItemwise(const Request &request, const QByteArray &text, const QDeadlineTimer &deadline);
 
+    /// How long a batch may take.
+    [[nodiscard]] std::chrono::milliseconds timeFor(const QList<QByteArray> &texts) const;
+
     QString m_program;
+    std::chrono::milliseconds m_patience;
     std::unique_ptr<ParserProcess> m_process;
 };
 

@@ -6,23 +6,24 @@
 #include "Platform/Linux/EvolutionDataServer.h"
 #include "Platform/Linux/ThunderbirdStores.h"
 
-#include <chrono>
-
 using namespace Qt::StringLiterals;
 
 namespace dugwise {
 
 namespace {
 
-constexpr std::chrono::milliseconds kLongestReading{1000};
-/// Of these, until what a source has is at hand.
-constexpr std::chrono::milliseconds kLongestFinding{700};
+// Of the time that a source has: to have what is in it at hand, and to read one item of that.
+constexpr double kFinding = 0.7;
+constexpr double kReadingAnItem = 0.3;
 
 } // namespace
 
-DesktopContactStore::DesktopContactStore(StandardFolders folders, QString parser)
+DesktopContactStore::DesktopContactStore(StandardFolders folders,
+                                         QString parser,
+                                         std::chrono::milliseconds time)
     : m_folders(std::move(folders))
     , m_parser(std::move(parser))
+    , m_time(time)
 {}
 
 QList<StoredContact> DesktopContactStore::contactsNamed(const QString &name) const
@@ -30,11 +31,11 @@ QList<StoredContact> DesktopContactStore::contactsNamed(const QString &name) con
     const QStringList words = foldedWords(name);
     if (words.isEmpty())
         return {};
-    AgendaParser parser(m_parser);
+    AgendaParser parser(m_parser, partOf(m_time, kReadingAnItem));
     QList<StoredContact> contacts;
     const auto read = [&](Documents &documents, const auto &find) {
-        const QDeadlineTimer deadline(kLongestReading);
-        const QList<StoreDocument> found = find(QDeadlineTimer(kLongestFinding));
+        const QDeadlineTimer deadline(m_time);
+        const QList<StoreDocument> found = find(QDeadlineTimer(partOf(m_time, kFinding)));
         documents.update(parser, AgendaProtocol::Task::contacts, found, deadline);
         documents.forEach([&](const ContactItem &item) {
             if (item.isNamed(words))
@@ -56,7 +57,7 @@ QList<StoredContact> DesktopContactStore::contactsNamed(const QString &name) con
 QStringList DesktopContactStore::sources() const
 {
     QStringList lines;
-    if (EvolutionDataServer(m_folders).isThere(QDeadlineTimer(kLongestReading)))
+    if (EvolutionDataServer(m_folders).isThere(QDeadlineTimer(m_time)))
         lines.append(u"Evolution Data Server"_s);
     lines += folderDescriptions(contactFolders(m_folders), m_folders.home);
     if (!thunderbirdAddressBooks(m_folders).isEmpty())

@@ -7,6 +7,8 @@
 #include "Platform/Linux/StoreDocuments.h"
 #include "Platform/StandardFolders.h"
 
+#include <chrono>
+
 namespace dugwise {
 
 /// The address books of Evolution Data Server, folders of .vcf files, as vdirsyncer and khard keep
@@ -15,8 +17,10 @@ namespace dugwise {
 class DesktopContactStore final : public ContactStore
 {
 public:
-    /// `parser` is the path of dugwise-agenda.
-    DesktopContactStore(StandardFolders folders, QString parser);
+    /// `parser` is the path of dugwise-agenda; each source has `time`.
+    DesktopContactStore(StandardFolders folders,
+                        QString parser,
+                        std::chrono::milliseconds time = std::chrono::seconds(1));
 
     [[nodiscard]] QList<StoredContact> contactsNamed(const QString &name) const override;
     [[nodiscard]] QStringList sources() const override;
@@ -26,6 +30,7 @@ private:
 
     StandardFolders m_folders;
     QString m_parser;
+    std::chrono::milliseconds m_time;
     mutable Documents m_evolution;
     mutable Documents m_files;
     mutable Documents m_thunderbird;

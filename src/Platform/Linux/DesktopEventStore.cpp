@@ -9,7 +9,6 @@
 #include <QSet>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -20,9 +19,9 @@ namespace {
 
 using DateIntentParser::DateRange;
 
-constexpr std::chrono::milliseconds kLongestReading{1000};
-/// Of these, until what a source has is at hand.
-constexpr std::chrono::milliseconds kLongestFinding{700};
+// Of the time that a source has: to have what is in it at hand, and to read one item of that.
+constexpr double kFinding = 0.7;
+constexpr double kReadingAnItem = 0.3;
 constexpr qint64 kDay = 86'400;
 /// Occurrences are looked for in spans that begin and end on multiples of this, so that the next
 /// request finds them there.
@@ -139,18 +138,21 @@ private:
 
 } // namespace
 
-DesktopEventStore::DesktopEventStore(StandardFolders folders, QString parser)
+DesktopEventStore::DesktopEventStore(StandardFolders folders,
+                                     QString parser,
+                                     std::chrono::milliseconds time)
     : m_folders(std::move(folders))
     , m_parser(std::move(parser))
+    , m_time(time)
 {}
 
 QList<StoredEvent> DesktopEventStore::eventsIn(const DateRange &span) const
 {
-    AgendaParser parser(m_parser);
+    AgendaParser parser(m_parser, partOf(m_time, kReadingAnItem));
     Occurrences occurrences(span);
     const auto read = [&](Documents &documents, const auto &find) {
-        const QDeadlineTimer deadline(kLongestReading);
-        const QList<StoreDocument> found = find(QDeadlineTimer(kLongestFinding));
+        const QDeadlineTimer deadline(m_time);
+        const QList<StoreDocument> found = find(QDeadlineTimer(partOf(m_time, kFinding)));
         documents.update(parser, AgendaProtocol::Task::events, found, deadline);
         findStarts(documents, parser, span, deadline);
         documents.forEach([&](const CalendarItem &item) { occurrences.add(item); });
@@ -170,7 +172,7 @@ QList<StoredEvent> DesktopEventStore::eventsIn(const DateRange &span) const
 QStringList DesktopEventStore::sources() const
 {
     QStringList lines;
-    if (EvolutionDataServer(m_folders).isThere(QDeadlineTimer(kLongestReading)))
+    if (EvolutionDataServer(m_folders).isThere(QDeadlineTimer(m_time)))
         lines.append(u"Evolution Data Server"_s);
     lines += folderDescriptions(calendarFolders(m_folders), m_folders.home);
     if (!thunderbirdCalendars(m_folders).isEmpty())

@@ -7,6 +7,8 @@
 #include "Platform/Linux/StoreDocuments.h"
 #include "Platform/StandardFolders.h"
 
+#include <chrono>
+
 namespace dugwise {
 
 /// The calendars of Evolution Data Server, folders of .ics files, as vdirsyncer and khal keep them,
@@ -16,8 +18,10 @@ namespace dugwise {
 class DesktopEventStore final : public EventStore
 {
 public:
-    /// `parser` is the path of dugwise-agenda.
-    DesktopEventStore(StandardFolders folders, QString parser);
+    /// `parser` is the path of dugwise-agenda; each source has `time`.
+    DesktopEventStore(StandardFolders folders,
+                      QString parser,
+                      std::chrono::milliseconds time = std::chrono::seconds(1));
 
     [[nodiscard]] QList<StoredEvent>
     eventsIn(const DateIntentParser::DateRange &span) const override;
@@ -28,6 +32,7 @@ private:
 
     StandardFolders m_folders;
     QString m_parser;
+    std::chrono::milliseconds m_time;
     mutable Documents m_evolution;
     mutable Documents m_files;
     mutable Documents m_thunderbird;

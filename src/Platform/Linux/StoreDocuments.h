@@ -19,6 +19,12 @@ struct StoreDocument
     std::function<std::optional<QByteArray>()> text; ///< absent when it cannot be read now
 };
 
+/// A share of the time that a source has.
+[[nodiscard]] inline std::chrono::milliseconds partOf(std::chrono::milliseconds time, double share)
+{
+    return std::chrono::duration_cast<std::chrono::milliseconds>(time * share);
+}
+
 /// What was read of the documents of one store, kept until they change. An item is made of a
 /// record by a static `Item::fromRecord`, which gives an optional one.
 template <typename Item>

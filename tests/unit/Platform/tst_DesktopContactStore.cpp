@@ -16,6 +16,8 @@ namespace dugwise::test {
 
 namespace {
 
+constexpr std::chrono::seconds kPatience{60}; // for a busy machine
+
 /// A card of content lines, each ended by a bar.
 QByteArray card(const QByteArray &lines)
 {
@@ -51,7 +53,7 @@ private Q_SLOTS:
     void init()
     {
         m_home.emplace();
-        m_store.emplace(m_home->platform.folders, QStringLiteral(DUGWISE_AGENDA));
+        m_store.emplace(m_home->platform.folders, QStringLiteral(DUGWISE_AGENDA), kPatience);
     }
 
     void readsCards_data()
