@@ -94,7 +94,8 @@ std::chrono::milliseconds AgendaParser::timeFor(const QList<QByteArray> &texts) 
     qsizetype bytes = 0;
     for (const QByteArray &text : texts)
         bytes += text.size();
-    return m_patience + std::chrono::milliseconds(bytes / kBytesInAMillisecond);
+    const std::chrono::milliseconds forSize(bytes / kBytesInAMillisecond);
+    return m_patience + std::min(forSize, m_patience);
 }
 
 bool AgendaParser::isRunning(const QDeadlineTimer &deadline)

@@ -42,7 +42,7 @@ public:
     };
 
     /// `program` is the path of dugwise-agenda; without one, nothing can be read. An item may take
-    /// `patience`.
+    /// `patience`, and a large document twice as much.
     AgendaParser(QString program, std::chrono::milliseconds patience)
         : m_program(std::move(program))
         , m_patience(patience)
