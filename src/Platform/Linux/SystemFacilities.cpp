@@ -16,6 +16,7 @@
 #include "Platform/Platform.h"
 #include "Platform/Sandbox.h"
 #include "Platform/SandboxedPDFReader.h"
+#include "Platform/SandboxedThumbnailReader.h"
 #include "Platform/TableEmbedding.h"
 
 using namespace Qt::StringLiterals;
@@ -30,6 +31,9 @@ void addSystemFacilities(Platform &platform)
             *parser, platform.folders.cache + u"/unreadable"_s);
         platform.metadataQuery = std::make_unique<DesktopMailQuery>(platform.folders, *parser);
     }
+    const std::optional<QString> thumbnails = helperProgram(u"dugwise-thumbnail"_s);
+    if (thumbnails && Sandbox::isAvailable())
+        platform.thumbnails = std::make_unique<SandboxedThumbnailReader>(*thumbnails);
     if (const auto path = dataFile(u"embedding.table"_s)) {
         if (std::optional<EmbeddingTable> table = EmbeddingTable::open(*path))
             platform.sentenceEmbedding = std::make_unique<TableEmbedding>(std::move(*table));

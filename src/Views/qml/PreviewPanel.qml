@@ -90,7 +90,7 @@ Rectangle {
                 isModelAvailable: root.session.isModelAvailable
             }
             Divider {}
-            PreviewFacts {
+            PreviewMetadata {
                 width: parent.width
                 preview: root.preview
             }

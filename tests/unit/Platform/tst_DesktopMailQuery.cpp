@@ -5,8 +5,8 @@
 #include "Platform/Linux/MailFolderNames.h"
 #include "Platform/Linux/MailIndex.h"
 #include "Platform/Linux/MailStores.h"
+#include "support/ChildProcesses.h"
 #include "support/Fingerprint.h"
-#include "support/ParserProcesses.h"
 #include "support/SampleHome.h"
 #include "support/SampleMail.h"
 
@@ -476,7 +476,7 @@ private Q_SLOTS:
         start();
         m_query->prepare();
         m_query.reset();
-        QVERIFY(parsers().isEmpty());
+        QVERIFY(childProcesses().isEmpty());
         QCOMPARE(gather({.textOrSubject = u"s19999"_s}).size(), 1);
         QCOMPARE(MailIndex(m_home->platform.folders.cache).summary().messages, 20'000);
         QCOMPARE(MailIndex(m_home->platform.folders.cache).summary().percent, 100);

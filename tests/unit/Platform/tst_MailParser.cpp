@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/MailParser.h"
-#include "support/ParserProcesses.h"
+#include "support/ChildProcesses.h"
 #include "support/SampleFiles.h"
 
 #include <QTemporaryDir>
@@ -202,8 +202,8 @@ private Q_SLOTS:
     void isConfined()
     {
         QVERIFY(parse("Subject: a\n\nb"));
-        QCOMPARE(parsers().size(), 1);
-        const QByteArray status = readFile(u"/proc/%1/status"_s.arg(parsers().first()));
+        QCOMPARE(childProcesses().size(), 1);
+        const QByteArray status = readFile(u"/proc/%1/status"_s.arg(childProcesses().first()));
         QVERIFY2(status.contains("NoNewPrivs:\t1") && status.contains("Seccomp:\t2"),
                  status.constData());
     }
@@ -211,7 +211,7 @@ private Q_SLOTS:
     void goesOnWhenTheParserDies()
     {
         QVERIFY(parse("Subject: a\n\nb"));
-        signalParsers(SIGKILL); // while it has nothing to do
+        signalChildProcesses(SIGKILL); // while it has nothing to do
         const QList<QByteArray> messages{"Subject: one\n\n", "Subject: two\n\n"};
         const QList<std::optional<ParsedMail>> mails = m_parser.parse(messages, {});
         QCOMPARE(mails.size(), 2);

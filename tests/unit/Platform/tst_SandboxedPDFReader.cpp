@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/SandboxedPDFReader.h"
-#include "support/ParserProcesses.h"
+#include "support/ChildProcesses.h"
 #include "support/SampleFiles.h"
 #include "support/SamplePDF.h"
 
@@ -13,6 +13,7 @@
 #include <sys/stat.h>
 
 #include <atomic>
+#include <csignal>
 #include <future>
 #include <vector>
 
@@ -49,7 +50,7 @@ private:
         int count = 0;
         const auto disturb = [&](const PDFDocument &document) {
             ++count;
-            signalParsers(signal);
+            signalChildProcesses(signal);
             if (document.pageText(0))
                 count += 100;
         };
@@ -152,7 +153,7 @@ private Q_SLOTS:
         QVERIFY(m_reader->read(
             path(u"hello.pdf"_s),
             [](const PDFDocument &) {
-                const QString process = u"/proc/%1/"_s.arg(parsers().value(0));
+                const QString process = u"/proc/%1/"_s.arg(childProcesses().value(0));
                 const QByteArray status = readFile(process + u"status"_s);
                 QVERIFY2(status.contains("NoNewPrivs:\t1") && status.contains("Seccomp:\t2"),
                          status.constData());
@@ -170,12 +171,12 @@ private Q_SLOTS:
         int calls = 0;
         const auto killOnce = [&](const PDFDocument &document) {
             if (++calls == 1)
-                signalParsers(SIGKILL);
+                signalChildProcesses(SIGKILL);
             QCOMPARE(document.pageText(0).has_value(), calls == 2);
         };
         QVERIFY(m_reader->read(path(u"hello.pdf"_s), killOnce, {}));
         QCOMPARE(calls, 2);
-        signalParsers(SIGKILL); // while it has nothing to do
+        signalChildProcesses(SIGKILL); // while it has nothing to do
         QCOMPARE(read(u"hello.pdf"_s), QStringList{u"Hello"_s});
     }
 
@@ -196,7 +197,7 @@ private Q_SLOTS:
         QCOMPARE(attempts(u"hello.pdf"_s, SIGSTOP), 1);
         QVERIFY(std::chrono::milliseconds(timer.elapsed()) >= SandboxedPDFReader::kDeadline);
         QVERIFY(std::chrono::milliseconds(timer.elapsed()) < 2 * SandboxedPDFReader::kDeadline);
-        QVERIFY(parsers().isEmpty());
+        QVERIFY(childProcesses().isEmpty());
         QCOMPARE(read(u"hello.pdf"_s), std::nullopt);
     }
 
@@ -222,13 +223,13 @@ private Q_SLOTS:
                 bool isRight = true;
                 for (int round = 0; round < 25; ++round)
                     isRight = isRight && read(u"hello.pdf"_s) == QStringList{u"Hello"_s};
-                return isRight && parsers().size() <= 2;
+                return isRight && childProcesses().size() <= 2;
             }));
         }
         for (std::future<bool> &isRight : reads)
             QVERIFY(isRight.get());
         m_reader.reset();
-        QVERIFY(parsers().isEmpty());
+        QVERIFY(childProcesses().isEmpty());
     }
 };
 

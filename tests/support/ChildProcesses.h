@@ -4,19 +4,20 @@
 
 #include "support/SampleFiles.h"
 
+#include <sys/types.h>
+
 #include <csignal>
 
-/// The parsers that run at the moment.
 namespace dugwise::test {
 
 /// The processes that were started from this one, also from its threads.
-inline QList<pid_t> parsers()
+inline QList<pid_t> childProcesses()
 {
     QList<pid_t> processes;
-    for (const QString &thread :
-         QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        for (const QByteArray &process :
-             readFile(QStringLiteral("/proc/self/task/%1/children").arg(thread)).split(' ')) {
+    const QDir threads(QStringLiteral("/proc/self/task"));
+    for (const QString &thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        const QString children = threads.filePath(thread) + QStringLiteral("/children");
+        for (const QByteArray &process : readFile(children).split(' ')) {
             if (const int number = process.toInt())
                 processes.append(number);
         }
@@ -24,9 +25,9 @@ inline QList<pid_t> parsers()
     return processes;
 }
 
-inline void signalParsers(int signal)
+inline void signalChildProcesses(int signal)
 {
-    for (const pid_t process : parsers())
+    for (const pid_t process : childProcesses())
         ::kill(process, signal);
 }
 
