@@ -5,6 +5,7 @@
 #include "DugwiseApp.h"
 #include "Platform/SystemFacilities.h"
 #include "Services/AccessRequest.h"
+#include "Utilities/FileTypeHelper.h"
 #include "Utilities/Text.h"
 #include "Views/Window.h"
 
@@ -15,6 +16,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <utility>
@@ -61,6 +63,25 @@ private:
 
 using GivenAppearance = Given<DesktopAppearance, Appearance>;
 using GivenPath = Given<NetworkPathMonitor, NetworkPath>;
+
+/// Says the same of every document, while it is there.
+class GivenModel final : public SystemLanguageModel
+{
+public:
+    bool isThere = false;
+
+    [[nodiscard]] bool isAvailable() override { return isThere; }
+    [[nodiscard]] QCoro::Task<void> firstAnswer() override { co_return; }
+    [[nodiscard]] QString description() const override { return u"self-test"_s; }
+    [[nodiscard]] QCoro::Task<Outcome<QString>> respond(LanguageModelRequest /*request*/) override
+    {
+        const QString text = uR"({"documentType": "services agreement",
+            "summary": "Two parties agree on what one does for the other, and what it costs.",
+            "keyPoints": ["It runs for 27 months.", "Either side may end it in writing."],
+            "entities": ["Fernwick Analytics", "Mossbury", "27 months"]})"_s;
+        co_return text;
+    }
+};
 
 StandardFolders withOwnFolders(const QString &own)
 {
@@ -123,6 +144,9 @@ public:
         auto path = std::make_unique<GivenPath>();
         m_path = path.get();
         m_platform.networkPathMonitor = std::move(path);
+        auto model = std::make_unique<GivenModel>();
+        m_model = model.get();
+        m_platform.languageModel = std::move(model);
         m_platform.log = [](const QString & /*line*/) {};
         takeOverAnswers();
         m_app.emplace(m_platform);
@@ -297,8 +321,12 @@ private:
         visit(u"answer-end"_s);
         turnPages(-99);
         visit(u"answer"_s);
+        showPreview();
+        m_model->isThere = true;
         ask(u"tell me about #1"_s);
         visit(u"insights"_s);
+        m_model->isThere = false;
+        showImage();
         m_session->newChat();
         ask(u"the budget review"_s);
         visit(u"messages"_s);
@@ -308,8 +336,55 @@ private:
         visit(u"answer-dark"_s);
     }
 
+    void scrollPreview()
+    {
+        auto *const scroll = m_window->view()->findChild<QObject *>(u"previewScroll"_s);
+        if (!scroll)
+            return report(u"there is no preview to scroll"_s);
+        const double end =
+            scroll->property("contentHeight").toDouble() - scroll->property("height").toDouble();
+        scroll->setProperty("contentY", std::max(0.0, end));
+    }
+
+    void showPreview()
+    {
+        FilePreview &preview = *m_session->preview();
+        require(preview.hasText(), u"the selected file's text"_s);
+        scrollPreview();
+        visit(u"preview-end"_s);
+        m_model->isThere = true;
+        m_session->lookForModel();
+        preview.generateInsights();
+        visit(u"analyzing"_s);
+        require(waitUntil([&] { return preview.hasInsights(); }), u"insights"_s);
+        m_appearance->set({.isDark = true, .reducesMotion = true});
+        visit(u"preview-dark"_s);
+        m_appearance->set({.isDark = false, .reducesMotion = true});
+        m_model->isThere = false;
+        m_session->lookForModel();
+    }
+
+    void showImage()
+    {
+        ask(u"a picture of the plan"_s);
+        const QList<SearchResult> results = m_app->appState().lastResults();
+        const auto image = std::ranges::find(results, FileType::image, [](const auto &result) {
+            return FileTypeHelper::fileType(result.file->fileExtension);
+        });
+        if (image == results.end())
+            return; // there is none in this home
+        m_app->appState().setSelectedResult(*image);
+        FilePreview &preview = *m_session->preview();
+        require(waitUntil([&] { return !preview.thumbnail().value<QImage>().isNull(); }),
+                u"a thumbnail"_s);
+        scrollPreview();
+        visit(u"image"_s);
+    }
+
     void showSizes()
     {
+        m_session->selectNumber(1);
+        require(waitUntil([this] { return !m_session->preview()->isReading(); }), u"a text"_s);
         m_appearance->set({.isDark = false, .reducesMotion = true, .textScale = 1.5});
         visit(u"large-text"_s);
         m_window->view()->resize(m_window->view()->minimumSize());
@@ -338,6 +413,7 @@ private:
     GivenAppearance *m_appearance = nullptr;
     GivenPath *m_path = nullptr;
     SheetAccessPrompt *m_prompt = nullptr;
+    GivenModel *m_model = nullptr;
     std::optional<DugwiseApp> m_app;
     std::optional<Session> m_session;
     std::optional<Window> m_window;
