@@ -336,22 +336,23 @@ private:
         visit(u"answer-dark"_s);
     }
 
-    void scrollPreview()
+    void scrollPreview(bool toEnd)
     {
         auto *const scroll = m_window->view()->findChild<QObject *>(u"previewScroll"_s);
         if (!scroll)
             return report(u"there is no preview to scroll"_s);
         const double end =
             scroll->property("contentHeight").toDouble() - scroll->property("height").toDouble();
-        scroll->setProperty("contentY", std::max(0.0, end));
+        scroll->setProperty("contentY", toEnd ? std::max(0.0, end) : 0.0);
     }
 
     void showPreview()
     {
         FilePreview &preview = *m_session->preview();
         require(preview.hasText(), u"the selected file's text"_s);
-        scrollPreview();
+        scrollPreview(true);
         visit(u"preview-end"_s);
+        scrollPreview(false);
         m_model->isThere = true;
         m_session->lookForModel();
         preview.generateInsights();
@@ -377,7 +378,7 @@ private:
         FilePreview &preview = *m_session->preview();
         require(waitUntil([&] { return !preview.thumbnail().value<QImage>().isNull(); }),
                 u"a thumbnail"_s);
-        scrollPreview();
+        scrollPreview(true);
         visit(u"image"_s);
     }
 

@@ -19,17 +19,45 @@ namespace dugwise {
 
 namespace {
 
+/// Marks above and below one letter that are kept; no language has as many.
+constexpr int kMostMarks = 8;
+
+QString withoutHeapsOfMarks(const QString &text)
+{
+    QString kept;
+    kept.reserve(text.size());
+    int marks = 0;
+    for (const QChar c : text) {
+        marks = c.isMark() ? marks + 1 : 0;
+        if (marks <= kMostMarks)
+            kept.append(c);
+    }
+    return kept;
+}
+
 /// A text as it is shown: every line break is a line feed and every tab some blanks, and it is no
 /// longer than is laid out in a moment.
-QString shown(QString text)
+QString shown(const QString &text)
 {
-    if (text.size() > PreviewLoader::kMostUnits) {
-        text.truncate(PreviewLoader::kMostUnits
-                      - (text.at(PreviewLoader::kMostUnits - 1).isHighSurrogate() ? 1 : 0));
-        text += u"\n\n[Truncated...]"_s;
+    QString kept = withoutHeapsOfMarks(text);
+    if (kept.size() > PreviewLoader::kMostUnits) {
+        const bool cutsPair = kept.at(PreviewLoader::kMostUnits - 1).isHighSurrogate();
+        kept.truncate(PreviewLoader::kMostUnits - (cutsPair ? 1 : 0));
+        kept += u"\n\n[Truncated...]"_s;
     }
-    text.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').replace(u'\f', u'\n');
-    return printableLines(text.replace(u'\t', u"    "_s));
+    kept.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').replace(u'\f', u'\n');
+    return printableLines(kept.replace(u'\t', u"    "_s));
+}
+
+QString firstLines(const QString &text)
+{
+    qsizetype end = -1;
+    for (int line = 0; line < PreviewLoader::kMostLines; ++line) {
+        end = text.indexOf(u'\n', end + 1);
+        if (end < 0)
+            return text;
+    }
+    return text.first(end);
 }
 
 std::optional<PreviewLoader::Text> readText(const FilePreviewService &service,
@@ -45,7 +73,7 @@ std::optional<PreviewLoader::Text> readText(const FilePreviewService &service,
     if (!text)
         return std::nullopt;
     const QString plain = shown(*text);
-    return PreviewLoader::Text{plain, markedTextToHtml(plain, words)};
+    return PreviewLoader::Text{plain, markedTextToHtml(firstLines(plain), words)};
 }
 
 } // namespace

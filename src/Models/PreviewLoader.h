@@ -29,13 +29,15 @@ public:
     struct Text
     {
         QString plain; ///< several lines, without characters that control anything
-        QString html;  ///< the same, with a <b> around the words that are looked for
+        QString html;  ///< its first lines, with a <b> around the words that are looked for
     };
 
     /// Characters of the text that is shown.
     static constexpr std::size_t kMostCharacters = 3000;
     /// UTF-16 code units of it: characters can be of any length, and all of them are laid out.
-    static constexpr qsizetype kMostUnits = qsizetype{4} * kMostCharacters;
+    static constexpr qsizetype kMostUnits = qsizetype{2} * kMostCharacters;
+    /// Lines that are laid out; the panel has room for some twenty.
+    static constexpr int kMostLines = 60;
     /// Bytes of the largest file that is read for its text, because all of it is looked at.
     static constexpr qint64 kLargestFile = qint64{512} * 1024 * 1024;
     /// After this there is no text; somewhat longer than a document may take by itself.

@@ -8,12 +8,18 @@ Column {
     id: root
 
     required property FilePreview preview
-    readonly property real mostHeight: 300
+    /// Of whole lines.
+    readonly property real mostHeight: Math.floor((300 - 16) / metrics.lineSpacing) * metrics.lineSpacing + 16
     /// Under the words that were asked for.
     readonly property color mark: Theme.faded(Theme.orange, 0.3)
 
     spacing: 8
 
+    FontMetrics {
+        id: metrics
+
+        font: words.font
+    }
     SectionTitle {
         width: parent.width
         text: "Content Preview"

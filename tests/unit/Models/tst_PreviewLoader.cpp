@@ -186,9 +186,19 @@ private Q_SLOTS:
         QCOMPARE(textOf(u"long.txt"_s), QString(3000, u'x') + u"\n\n[Truncated...]"_s);
         // Few characters of great length.
         writeFile(path(u"marks.txt"_s), u"a"_s.append(QString(200'000, u'\u0301')).toUtf8());
-        const std::optional<QString> marks = textOf(u"marks.txt"_s);
-        QVERIFY(marks && marks->size() <= PreviewLoader::kMostUnits + 20);
-        QVERIFY(marks->endsWith(u"[Truncated...]"_s));
+        QCOMPARE(textOf(u"marks.txt"_s), u"a"_s + QString(8, u'\u0301'));
+        const QString family = u"\U0001F468\u200D\U0001F469\u200D\U0001F467"_s;
+        writeFile(path(u"families.txt"_s), family.repeated(2000).toUtf8());
+        const std::optional<QString> families = textOf(u"families.txt"_s);
+        QVERIFY(families && families->size() <= PreviewLoader::kMostUnits + 20);
+        QVERIFY(families->endsWith(u"[Truncated...]"_s));
+
+        writeFile(path(u"lines.txt"_s), QByteArray("<\n").repeated(1000));
+        PreviewLoader loader(FilePreviewService(nullptr), nullptr);
+        loader.load(file(u"lines.txt"_s));
+        QTRY_VERIFY(!loader.isReading());
+        QCOMPARE(loader.text()->plain.count(u'\n'), 1000);
+        QCOMPARE(loader.text()->html.count(u"&lt;"_s), PreviewLoader::kMostLines);
     }
 
     void imagesHaveAThumbnailBehindTheirText()
