@@ -45,53 +45,83 @@ void takeProperty(Calendar::Event &event, const ContentLine &line)
         event.recurrences.emplace_back(line.whole);
 }
 
-/// A VTIMEZONE that is being read.
-struct Definition
+/// Takes a document's lines one after the other.
+class Reader
 {
-    std::string name;
-    std::string lines;
+public:
+    void read(const ContentLine &line)
+    {
+        const bool isBegin = line.isNamed("BEGIN");
+        const bool isEnd = line.isNamed("END");
+        if (isBegin)
+            begin(line);
+        if (m_zone)
+            m_zone->take(line);
+        else if (m_event && m_depth == 0 && !isBegin && !isEnd)
+            takeProperty(*m_event, line);
+        if (isEnd)
+            end(line);
+    }
+    [[nodiscard]] Calendar calendar() { return std::move(m_calendar); }
+
+private:
+    struct Definition
+    {
+        std::string name;
+        std::string lines;
+
+        void take(const ContentLine &line)
+        {
+            lines.append(line.whole).append("\n");
+            if (line.isNamed("TZID"))
+                name = line.value;
+        }
+    };
+
+    /// An event or a zone that begins ends the one before it, which was left unfinished.
+    void begin(const ContentLine &line)
+    {
+        if (line.isValue(kEvent)) {
+            m_event.emplace();
+            m_zone.reset();
+            m_depth = 0;
+        } else if (line.isValue(kZone)) {
+            m_zone.emplace();
+            m_event.reset();
+        } else {
+            ++m_depth;
+        }
+    }
+
+    void end(const ContentLine &line)
+    {
+        if (m_zone && line.isValue(kZone)) {
+            m_calendar.zones.define(m_zone->name, std::move(m_zone->lines));
+            m_zone.reset();
+        } else if (m_event && line.isValue(kEvent)) {
+            if (!m_event->start.empty() && m_calendar.events.size() < kMostItems)
+                m_calendar.events.push_back(std::move(*m_event));
+            m_event.reset();
+        } else if (m_depth > 0) {
+            --m_depth;
+        }
+    }
+
+    Calendar m_calendar;
+    std::optional<Calendar::Event> m_event;
+    std::optional<Definition> m_zone;
+    int m_depth = 0; ///< of components within the event, such as alarms
 };
 
 } // namespace
 
 Calendar Calendar::parse(std::string_view document)
 {
-    Calendar calendar;
-    std::optional<Event> event;
-    std::optional<Definition> zone;
-    int depth = 0; // of components within the event, such as alarms
+    Reader reader;
     ContentLines lines(document);
-    while (const auto line = lines.next()) {
-        const bool isBegin = line->isNamed("BEGIN");
-        const bool isEnd = line->isNamed("END");
-        if (isBegin && line->isValue(kEvent)) {
-            event.emplace();
-            zone.reset();
-            depth = 0;
-        } else if (isBegin && line->isValue(kZone)) {
-            zone.emplace();
-            event.reset();
-        }
-        if (zone)
-            zone->lines.append(line->whole).append("\n");
-        if (zone && line->isNamed("TZID"))
-            zone->name = line->value;
-        if (zone && isEnd && line->isValue(kZone)) {
-            calendar.zones.define(zone->name, std::move(zone->lines));
-            zone.reset();
-        } else if (event && isEnd && line->isValue(kEvent)) {
-            if (!event->start.empty() && calendar.events.size() < kMostItems)
-                calendar.events.push_back(std::move(*event));
-            event.reset();
-        } else if (event && isBegin && !line->isValue(kEvent)) {
-            ++depth;
-        } else if (event && isEnd) {
-            --depth;
-        } else if (event && depth == 0 && !isBegin) {
-            takeProperty(*event, *line);
-        }
-    }
-    return calendar;
+    while (const auto line = lines.next())
+        reader.read(*line);
+    return reader.calendar();
 }
 
 } // namespace dugwise

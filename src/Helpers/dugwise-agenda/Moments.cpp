@@ -26,9 +26,7 @@ int number(std::string_view digits)
 
 std::int64_t secondsOf(const icaltimetype &wall)
 {
-    const auto day =
-        std::chrono::sys_days(std::chrono::year(wall.year) / static_cast<unsigned>(wall.month)
-                              / static_cast<unsigned>(wall.day));
+    const auto day = std::chrono::sys_days(std::chrono::year(wall.year) / wall.month / wall.day);
     const std::int64_t days = day.time_since_epoch().count();
     return days * kDay + std::int64_t{wall.hour} * 3600 + std::int64_t{wall.minute} * 60
            + wall.second;

@@ -356,7 +356,7 @@ private Q_SLOTS:
         const QByteArray good = vevent("DTSTART:20260310T140000Z", "Good");
         const QStringList one{u"2026-03-10 14:00 Good"_s};
         QTest::newRow("nothing") << QByteArray() << QStringList();
-        QTest::newRow("no calendar") << QByteArray("\x89PNG\r\n\x1a\n\0\0\0:", 13) << QStringList();
+        QTest::newRow("no calendar") << QByteArray("\x89PNG\r\n\x1a\n\0\0\0:", 12) << QStringList();
         QTest::newRow("cut off") << good + vevent("DTSTART:20260310T150000Z").chopped(9) << one;
         QTest::newRow("never ended") << "BEGIN:VEVENT\nDTSTART:20260310T150000Z\n" + good << one;
         QTest::newRow("alarm never ended")
