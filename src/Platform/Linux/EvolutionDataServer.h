@@ -9,9 +9,9 @@
 namespace dugwise {
 
 /// Evolution Data Server, which keeps GNOME's calendars and address books, asked over the session
-/// bus (versions 3.40 and later). It is started where it has kept something for this person before;
-/// nothing is changed in it. Whatever does not answer before the deadline is not there. Callable
-/// from any thread; waits for answers: for workers.
+/// bus (by its interfaces of version 3.46). It is started where it has kept something for this
+/// person before; nothing is changed in it. Whatever does not answer before the deadline is not
+/// there. Callable from any thread; waits for answers: for workers.
 class EvolutionDataServer
 {
 public:

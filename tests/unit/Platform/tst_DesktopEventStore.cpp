@@ -221,8 +221,9 @@ private Q_SLOTS:
             "RDATE;VALUE=PERIOD:20260403T070000Z/PT1H")
                                << QStringList{
                                       u"03-18 08"_s, u"04-01 08"_s, u"04-02 08"_s, u"04-03 07"_s};
-        QTest::newRow("another calendar's years")
-            << QByteArray("RRULE:RSCALE=HEBREW;FREQ=YEARLY;COUNT=1") << QStringList{u"03-18 08"_s};
+        QTest::newRow("Hebrew months") // from 29 Adar to 29 Nisan 5786
+            << QByteArray("RRULE:RSCALE=HEBREW;FREQ=MONTHLY;COUNT=2")
+            << QStringList{u"03-18 08"_s, u"04-16 07"_s};
         QTest::newRow("two rules")
             << QByteArray("RRULE:FREQ=DAILY;COUNT=2 RRULE:FREQ=DAILY;INTERVAL=3;COUNT=2")
             << QStringList{u"03-18 08"_s, u"03-19 08"_s, u"03-21 08"_s};
@@ -533,6 +534,20 @@ private Q_SLOTS:
             profile + u"/calendar-data/cache.sqlite"_s,
             "CREATE TABLE cal_events (id TEXT); INSERT INTO cal_events VALUES (1)");
         write(u"a.ics"_s, calendar(vevent("DTSTART:20260310T140000Z")));
+        QCOMPARE(find(), QStringList{u"2026-03-10 14:00 Event"_s});
+    }
+
+    void readsLaterWhatItsParserDiedOver()
+    {
+        write(u"a.ics"_s, calendar(vevent("DTSTART:20260310T140000Z")));
+        const QString script = m_home->path(u"parser"_s);
+        const QByteArray marker = m_home->path(u"started"_s).toUtf8();
+        writeFile(script,
+                  "#!/bin/sh\nif [ -e '" + marker + "' ]; then exec '" DUGWISE_AGENDA "'; fi\n: > '"
+                      + marker + "'\nexit 1\n");
+        QVERIFY(QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner));
+        m_store.emplace(m_home->platform.folders, script, kPatience);
+        QCOMPARE(find(), QStringList());
         QCOMPARE(find(), QStringList{u"2026-03-10 14:00 Event"_s});
     }
 
