@@ -80,14 +80,13 @@ std::optional<PreviewLoader::Text> readText(const FilePreviewService &service,
 
 PreviewLoader::PreviewLoader(FilePreviewService service,
                              const ThumbnailReader *thumbnails,
-                             QObject *parent)
-    : QObject(parent)
-    , m_service(service)
+                             std::chrono::milliseconds patience)
+    : m_service(service)
     , m_thumbnails(thumbnails)
 {
     m_worker.setMaxThreadCount(1);
     m_patience.setSingleShot(true);
-    m_patience.setInterval(kPatience);
+    m_patience.setInterval(patience);
     m_patience.callOnTimeout(this, &PreviewLoader::giveUp);
 }
 

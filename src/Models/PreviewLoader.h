@@ -40,13 +40,14 @@ public:
     static constexpr int kMostLines = 60;
     /// Bytes of the largest file that is read for its text, because all of it is looked at.
     static constexpr qint64 kLargestFile = qint64{512} * 1024 * 1024;
-    /// After this there is no text; somewhat longer than a document may take by itself.
+    /// After this there is no text, whatever holds its reading up; somewhat longer than a document
+    /// may take by itself.
     static constexpr std::chrono::seconds kPatience{7};
 
     /// The reader outlives the object; null: there are no thumbnails.
     PreviewLoader(FilePreviewService service,
                   const ThumbnailReader *thumbnails,
-                  QObject *parent = nullptr);
+                  std::chrono::milliseconds patience = kPatience);
     Q_DISABLE_COPY_MOVE(PreviewLoader)
     ~PreviewLoader() override;
 

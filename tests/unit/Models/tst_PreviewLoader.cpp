@@ -155,6 +155,24 @@ private Q_SLOTS:
         QCoreApplication::processEvents(); // what was to be published has nowhere to go
     }
 
+    void whatTakesTooLongHasNoText()
+    {
+        SlowReader reader;
+        writeFile(path(u"some.pdf"_s), "");
+        PreviewLoader loader(FilePreviewService(&reader), nullptr, std::chrono::milliseconds(20));
+        QSignalSpy changed(&loader, &PreviewLoader::changed);
+        loader.load(file(u"some.pdf"_s));
+        QTRY_VERIFY(!loader.isReading());
+        QVERIFY(!loader.text());
+        QTRY_COMPARE(reader.stopped, reader.opened);
+        QCOMPARE(changed.size(), 2); // what comes too late changes nothing
+
+        reader.goOn.release();
+        PreviewLoader patient(FilePreviewService(&reader), nullptr);
+        patient.load(file(u"some.pdf"_s));
+        QTRY_VERIFY(patient.text());
+    }
+
     void filesThatAreNoneHaveNoText()
     {
         QVERIFY(QDir().mkpath(path(u"folder.txt"_s)));
