@@ -5,7 +5,9 @@
 #include "Platform/Platform.h"
 #include "Utilities/PrintableText.h"
 
+#include <QCoroFuture>
 #include <QPointer>
+#include <QtConcurrentRun>
 
 namespace dugwise {
 
@@ -21,6 +23,10 @@ SettingsModel::SettingsModel(Platform &platform,
     connect(
         &indexer, &FileIndexer::indexedFolderURLsChanged, this, &SettingsModel::folderPathsChanged);
     connect(&appState, &AppState::aiStatusLabelChanged, this, &SettingsModel::aiStatusLabelChanged);
+    connect(&appState, &AppState::started, this, [this] {
+        if (m_isLookWanted)
+            look();
+    });
 }
 
 QStringList SettingsModel::folderPaths() const
@@ -29,16 +35,6 @@ QStringList SettingsModel::folderPaths() const
     for (const QUrl &folder : m_indexer.indexedFolderURLs())
         paths.append(printable(folder.toLocalFile()));
     return paths;
-}
-
-bool SettingsModel::canAskForCalendar() const
-{
-    return !m_isAsking && m_platform.accessPrompt && m_platform.eventStore;
-}
-
-bool SettingsModel::canAskForContacts() const
-{
-    return !m_isAsking && m_platform.accessPrompt && m_platform.contactStore;
 }
 
 bool SettingsModel::isOn(const StoredSwitch &stored) const
@@ -54,20 +50,49 @@ void SettingsModel::set(const StoredSwitch &stored, bool isOn)
     Q_EMIT switchesChanged();
 }
 
+void SettingsModel::lookForSources()
+{
+    m_isLookWanted = true;
+    if (m_appState.isStarted() && !m_isOccupied)
+        look();
+}
+
+QCoro::Task<void> SettingsModel::look()
+{
+    const QPointer<SettingsModel> self(this);
+    const bool canAsk = m_platform.accessPrompt != nullptr;
+    const EventStore *const events =
+        canAsk && !m_appState.calendarEnabled() ? m_platform.eventStore.get() : nullptr;
+    const ContactStore *const contacts =
+        canAsk && !m_appState.contactsEnabled() ? m_platform.contactStore.get() : nullptr;
+    m_isLookWanted = false;
+    setIsOccupied(true);
+    const auto lookAtBoth = [events, contacts] {
+        return Sources{.hasCalendar = events && !events->sources().isEmpty(),
+                       .hasContacts = contacts && !contacts->sources().isEmpty()};
+    };
+    const QFuture<Sources> looking = QtConcurrent::run(&m_worker, lookAtBoth);
+    const Sources sources = co_await looking;
+    if (!self)
+        co_return;
+    m_sources = sources;
+    setIsOccupied(false);
+}
+
 QCoro::Task<void> SettingsModel::ask(PersonalData data)
 {
     const QPointer<SettingsModel> self(this);
-    if (m_isAsking)
+    if (m_isOccupied)
         co_return;
-    setIsAsking(true);
+    setIsOccupied(true);
     co_await m_appState.requestAccessAgain(data);
     if (self)
-        setIsAsking(false);
+        setIsOccupied(false);
 }
 
-void SettingsModel::setIsAsking(bool isAsking)
+void SettingsModel::setIsOccupied(bool isOccupied)
 {
-    m_isAsking = isAsking;
+    m_isOccupied = isOccupied;
     Q_EMIT canAskChanged();
 }
 

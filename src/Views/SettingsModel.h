@@ -7,6 +7,7 @@
 #include "Services/StoredSwitch.h"
 
 #include <QObject>
+#include <QThreadPool>
 #include <QtQmlIntegration>
 
 namespace dugwise {
@@ -51,10 +52,14 @@ public:
     /// Full paths of the indexed folders, in order.
     [[nodiscard]] QStringList folderPaths() const;
     [[nodiscard]] QString aiStatusLabel() const { return m_appState.aiStatusLabel(); }
-    /// Whether there is a calendar to ask for, and a way to ask that is not in use already.
-    [[nodiscard]] bool canAskForCalendar() const;
+    /// Whether there is a calendar that is not read yet, as of the last look, and a way to ask for
+    /// it that is not in use already.
+    [[nodiscard]] bool canAskForCalendar() const { return !m_isOccupied && m_sources.hasCalendar; }
     /// The same of contacts.
-    [[nodiscard]] bool canAskForContacts() const;
+    [[nodiscard]] bool canAskForContacts() const { return !m_isOccupied && m_sources.hasContacts; }
+
+    /// Has a look at what could be asked for, as soon as the questions of the start are answered.
+    Q_INVOKABLE void lookForSources();
 
     Q_INVOKABLE void reindexAll() { m_indexer.reindexAll(); }
     Q_INVOKABLE void clearIndexedData() { m_indexer.clearIndexedData(); }
@@ -68,15 +73,27 @@ Q_SIGNALS:
     void canAskChanged();
 
 private:
+    struct Sources
+    {
+        bool hasCalendar = false;
+        bool hasContacts = false;
+    };
+
     [[nodiscard]] bool isOn(const StoredSwitch &stored) const;
     void set(const StoredSwitch &stored, bool isOn);
     QCoro::Task<void> ask(PersonalData data);
-    void setIsAsking(bool isAsking);
+    QCoro::Task<void> look();
+    void setIsOccupied(bool isOccupied);
 
     Platform &m_platform;
     AppState &m_appState;
     FileIndexer &m_indexer;
-    bool m_isAsking = false;
+    bool m_isLookWanted = false;
+    /// With asking or looking: a store takes one call at a time, and the searches make none of it
+    /// as long as it may not be read.
+    bool m_isOccupied = false;
+    Sources m_sources;
+    QThreadPool m_worker;
 };
 
 } // namespace dugwise

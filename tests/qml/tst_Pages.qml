@@ -270,6 +270,12 @@ TestCase {
                           && text.mapToItem(page, text.width, 0).x <= right + 1
         tryVerify(() => texts(page).length > 15 && texts(page).every(isWhole), 2000,
                   texts(page).filter(text => !isWhole(text)).map(text => text.text).join("|"))
+        // The dots stand beside their texts.
+        for (const row of shown(page).filter(one => one.isActive !== undefined)) {
+            const dot = findChild(row, "dot")
+            fuzzyCompare(dot.y + dot.height / 2, row.height / 2, 1)
+            compare(dot.x + dot.width, row.width)
+        }
         // Nothing lies upon something else, nor beyond the end.
         const last = texts(page).pop()
         verify(last.mapToItem(page.contentItem, 0, last.height).y <= page.contentHeight)

@@ -5,7 +5,7 @@ import QtQuick.Layouts
 import Dugwise
 
 /// The state of one integration, and where it can be asked for, a button for that.
-RowLayout {
+Item {
     id: root
 
     required property string symbol
@@ -17,9 +17,13 @@ RowLayout {
     signal asked()
 
     Layout.fillWidth: true
-    spacing: 10
+    implicitHeight: Math.max(feature.height, ask.visible ? ask.height : 0)
 
     FeatureRow {
+        id: feature
+
+        anchors.verticalCenter: parent.verticalCenter
+        width: (ask.visible ? ask.x : dot.x) - 10
         symbol: root.symbol
         title: root.label
         detail: root.detail
@@ -28,7 +32,11 @@ RowLayout {
         Accessible.description: root.isActive ? "On" : "Off"
     }
     PushButton {
+        id: ask
+
         objectName: "ask"
+        anchors.verticalCenter: parent.verticalCenter
+        x: dot.x - width - 10
         visible: root.canAsk && !root.isActive
         text: "Grant Access"
         textSize: Theme.caption
@@ -36,9 +44,13 @@ RowLayout {
         onClicked: root.asked()
     }
     Rectangle {
+        id: dot
+
         objectName: "dot"
-        implicitWidth: 6
-        implicitHeight: 6
+        anchors.verticalCenter: parent.verticalCenter
+        x: root.width - width
+        width: 6
+        height: 6
         radius: 3
         color: root.isActive ? Theme.green : Theme.orange
     }

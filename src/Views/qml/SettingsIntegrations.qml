@@ -11,6 +11,7 @@ TitledCard {
     required property Session session
 
     title: "Integrations"
+    Component.onCompleted: session.settings.lookForSources()
 
     IntegrationRow {
         symbol: "brain"

@@ -45,18 +45,21 @@ ColumnLayout {
                 }
             }
         }
-        RowLayout {
+        Row {
+            Layout.fillWidth: true
             spacing: 5
 
             Symbol {
+                anchors.verticalCenter: parent.verticalCenter
                 visible: !root.session.indexer.isIndexing
                 name: "checkmark.circle.fill"
                 size: Theme.caption
                 color: Theme.green
             }
             PlainLabel {
-                Layout.fillWidth: true
                 objectName: "indexingStatus"
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, parent.width - x)
                 text: root.session.indexer.isIndexing
                       ? "Indexing files..."
                       : root.session.indexer.totalFilesIndexed + " files indexed"

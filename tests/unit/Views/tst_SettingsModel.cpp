@@ -31,6 +31,12 @@ struct Running
         model.emplace(home.platform, *state, *indexer);
         return QTest::qWaitFor([this] { return state->isStarted() && !indexer->isBusy(); });
     }
+    void look()
+    {
+        QSignalSpy changes(&*model, &SettingsModel::canAskChanged);
+        model->lookForSources();
+        QTRY_COMPARE(changes.size(), 2);
+    }
 };
 
 } // namespace
@@ -63,23 +69,30 @@ private Q_SLOTS:
 
     void asksOnlyWhereThisIsPossible_data()
     {
+        QTest::addColumn<bool>("hasStore");
         QTest::addColumn<bool>("hasCalendar");
         QTest::addColumn<bool>("hasPrompt");
-        QTest::newRow("a calendar and a prompt") << true << true;
-        QTest::newRow("no calendar") << false << true;
-        QTest::newRow("no prompt") << true << false;
+        QTest::newRow("a calendar and a prompt") << true << true << true;
+        QTest::newRow("nowhere to look") << false << true << true;
+        QTest::newRow("no calendar") << true << false << true;
+        QTest::newRow("no prompt") << true << true << false;
     }
     void asksOnlyWhereThisIsPossible()
     {
+        QFETCH(bool, hasStore);
         QFETCH(bool, hasCalendar);
         QFETCH(bool, hasPrompt);
         Running running;
         if (!hasCalendar)
+            running.events.there.clear();
+        if (!hasStore)
             running.home.platform.eventStore.reset();
         if (!hasPrompt)
             running.home.platform.accessPrompt.reset();
         QVERIFY(running.start());
-        QCOMPARE(running.model->canAskForCalendar(), hasCalendar && hasPrompt);
+        QVERIFY(!running.model->canAskForCalendar());
+        running.look();
+        QCOMPARE(running.model->canAskForCalendar(), hasStore && hasCalendar && hasPrompt);
         QVERIFY(!running.model->canAskForContacts());
     }
 
@@ -106,6 +119,7 @@ private Q_SLOTS:
             running.prompt.answers.insert(PersonalData::calendar, *before);
         QVERIFY(running.start());
         QVERIFY(!running.state->calendarEnabled());
+        running.look();
 
         running.prompt.answers.clear();
         if (now)
@@ -124,6 +138,21 @@ private Q_SLOTS:
         QCOMPARE(running.state->calendarEnabled(), now.value_or(false));
         QCOMPARE(accessAnswer(running.home.platform.userDefaults, PersonalData::calendar),
                  now ? now : before);
+    }
+
+    void looksAfterTheQuestionsOfTheStart()
+    {
+        Running running;
+        running.prompt.gate = std::make_shared<QPromise<void>>();
+        running.prompt.gate->start();
+        running.state.emplace(running.home.platform, AppServices(running.home.platform));
+        running.indexer.emplace(running.home.platform);
+        running.model.emplace(running.home.platform, *running.state, *running.indexer);
+        running.model->lookForSources();
+        QTRY_COMPARE(running.prompt.asked.size(), 1);
+        QVERIFY(!running.model->canAskForCalendar());
+        running.prompt.gate->finish();
+        QTRY_VERIFY(running.model->canAskForCalendar());
     }
 
     void mayGoWhileItAsks()
