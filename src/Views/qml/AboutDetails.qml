@@ -18,6 +18,8 @@ TitledCard {
         ["SQLite", "public domain"],
         ["Hyperscan", "BSD-3-Clause"],
         ["RapidJSON", "MIT"],
+        ["GMime", "LGPL-2.1-or-later"],
+        ["libical", "LGPL-2.1 or MPL-2.0"],
         ["libevent", "BSD-3-Clause"],
         ["libseccomp", "LGPL-2.1"],
         ["Tracker SPARQL", "LGPL-2.1-or-later"],
