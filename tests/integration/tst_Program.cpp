@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/Fingerprint.h"
 #include "support/ModelServer.h"
 #include "support/NetworkGuard.h"
 #include "support/SampleFiles.h"
+#include "support/SampleMail.h"
 #include "support/SamplePDF.h"
 
 #include <QJsonArray>
@@ -510,6 +512,47 @@ private Q_SLOTS:
         QCOMPARE(readFile(path(u".contacts/1.vcf"_s)), contact);
         QCOMPARE(QDir(path(u".calendars"_s)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                  QStringList{u"work"_s});
+    }
+
+    void findsMail()
+    {
+        const QString request = u"Emails about the quarterly budget review"_s;
+        const auto found = [&] {
+            return run({u"ask"_s,
+                        u"--json"_s,
+                        u"--no-semantic"_s,
+                        u"--no-system-search"_s,
+                        request})
+                .json()["crossAppResults"_L1]
+                .toArray();
+        };
+        QVERIFY(run({u"status"_s}).out.contains("mail              off: none found; "));
+        QCOMPARE(found(), QJsonArray());
+        const QString inbox = path(u".thunderbird/a.default/Mail/Local Folders/Inbox"_s);
+        const QByteArray text = "All emails about the\nquarterly budget review, in one.";
+        writeFile(inbox,
+                  inMbox({.subject = "Numbers", .text = text})
+                      + inMbox({.subject = "Others", .text = "Emails about budgets."}));
+        const QByteArray before = fingerprint(path(u".thunderbird"_s));
+        QVERIFY(run({u"status"_s}).out.contains("on: Thunderbird; not read yet"));
+        // The first request is answered as well.
+        QJsonArray mails = found();
+        QCOMPARE(mails.size(), 1);
+        QCOMPARE(mails[0]["source"_L1].toString(), u"Email"_s);
+        QCOMPARE(mails[0]["title"_L1].toString(), u"Numbers"_s);
+        QCOMPARE(mails[0]["subtitle"_L1].toString(), u"Sarah Chen"_s);
+        QCOMPARE(mails[0]["snippet"_L1].toString(),
+                 u"All emails about the quarterly budget review, in one."_s);
+        QCOMPARE(mails[0]["actionPath"_L1].toString(), inbox);
+        QVERIFY(run({u"status"_s}).out.contains("on: Thunderbird, 2 messages in 1 folder\n"));
+        QCOMPARE(fingerprint(path(u".thunderbird"_s)), before);
+        const QString index = path(u".cache/Dugwise/mail.sqlite"_s);
+        QCOMPARE(QFile::permissions(index) & (QFile::ReadGroup | QFile::ReadOther),
+                 QFile::Permissions());
+        appendFile(inbox, inMbox({.subject = "Later", .text = text, .date = 1'800'000'000}));
+        mails = found();
+        QCOMPARE(mails.size(), 2);
+        QCOMPARE(mails[0]["title"_L1].toString(), u"Later"_s);
     }
 
     void aTerminalIsAskedOnce()

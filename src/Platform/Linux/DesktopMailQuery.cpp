@@ -7,6 +7,7 @@
 #include "Utilities/Formatters.h"
 
 #include <QCoroFuture>
+#include <QFileInfo>
 #include <QtConcurrentRun>
 
 #include <chrono>
@@ -41,11 +42,6 @@ DesktopMailQuery::DesktopMailQuery(StandardFolders folders, const QString &progr
     m_searches.setMaxThreadCount(2);
 }
 
-DesktopMailQuery::~DesktopMailQuery()
-{
-    m_searches.waitForDone();
-}
-
 void DesktopMailQuery::prepare()
 {
     if (m_patience.isForever())
@@ -78,10 +74,12 @@ QString DesktopMailQuery::description() const
     programs.removeDuplicates();
     if (programs.isEmpty())
         return u"none found; %1 would be read"_s.arg(mailPlaces());
+    const QString names = programs.join(u", "_s);
+    if (!QFileInfo::exists(MailIndex::path(m_folders.cache)))
+        return names + u"; not read yet"_s;
     const MailIndex::Summary summary = MailIndex(m_folders.cache).summary();
-    QString text = u"%1, %2 in %3"_s.arg(programs.join(u", "_s),
-                                         counted(summary.messages, u"message"_s),
-                                         counted(summary.folders, u"folder"_s));
+    QString text = u"%1, %2 in %3"_s.arg(
+        names, counted(summary.messages, u"message"_s), counted(summary.folders, u"folder"_s));
     if (summary.percent < 100)
         text += u"; %1% of what is new has been read"_s.arg(summary.percent);
     return text;

@@ -19,7 +19,6 @@ class DesktopMailQuery final : public MetadataQuery
 public:
     /// `program` is the path of dugwise-extract.
     DesktopMailQuery(StandardFolders folders, const QString &program);
-    ~DesktopMailQuery() override;
 
     void prepare() override;
     [[nodiscard]] QCoro::Task<QList<MailItem>> gather(MailPredicate predicate, int most) override;
@@ -28,10 +27,10 @@ public:
 
 private:
     StandardFolders m_folders;
+    QThreadPool m_searches; ///< gone after the indexer that they wait for
     MailIndexer m_indexer;
     /// Until when searches wait for the index to be made; from the first update on.
     QDeadlineTimer m_patience{QDeadlineTimer::Forever};
-    QThreadPool m_searches;
 };
 
 } // namespace dugwise
