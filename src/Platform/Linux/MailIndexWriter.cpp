@@ -176,9 +176,11 @@ void MailIndexWriter::commit()
 void MailIndexWriter::add(QList<NewMessage> messages)
 {
     // The full-text index takes them best by ascending numbers.
-    const auto read = std::ranges::stable_partition(
-        messages, [](const NewMessage &message) { return !message.mail; });
-    std::ranges::stable_sort(read, {}, secondOf);
+    const auto read = std::stable_partition(
+        messages.begin(), messages.end(), [](const NewMessage &message) { return !message.mail; });
+    std::stable_sort(read, messages.end(), [](const NewMessage &one, const NewMessage &other) {
+        return secondOf(one) < secondOf(other);
+    });
     for (const NewMessage &message : std::as_const(messages)) {
         if (m_hasFailed)
             return;
@@ -331,8 +333,7 @@ void MailIndexWriter::make()
     for (const auto end : {""_L1, "-wal"_L1, "-shm"_L1})
         QFile::remove(m_path + end);
     m_database = SQLiteDatabase::own(m_path);
-    check(m_database.run("PRAGMA synchronous = OFF; PRAGMA page_size = 8192;"
-                         "PRAGMA journal_mode = WAL; BEGIN"));
+    check(m_database.run("PRAGMA synchronous = OFF; PRAGMA journal_mode = WAL; BEGIN"));
     check(m_database.run(kTables));
     const QByteArray version = "PRAGMA user_version = " + QByteArray::number(MailIndex::kVersion);
     check(m_database.run(version.constData()));

@@ -78,12 +78,10 @@ void MailIndexer::run(const std::stop_token &stop,
             current.set_value();
         setPolicy(0, SCHED_IDLE);
     };
-    bool isDone = false;
-    if (!haste.stop_requested())
-        isDone = pass(haste.get_token(), onCurrent);
+    const bool isDone = !haste.stop_requested() && pass(haste.get_token(), onCurrent);
     setPolicy(0, SCHED_IDLE);
-    if (!isDone && !stop.stop_requested())
-        isDone = pass(stop, onCurrent);
+    if (!isDone && !stop.stop_requested()) [[maybe_unused]]
+        const bool isWhole = pass(stop, onCurrent);
     if (!isCurrent)
         current.set_value();
     m_isRunning = false;
