@@ -33,7 +33,7 @@ struct MailItem
     QStringList authors; ///< display names, or the address of whoever has none
     std::optional<Instant> contentCreationDate; ///< sent
     std::optional<QString> path;                ///< of the message's file, or of the folder's
-    /// The beginning of its text, some hundred characters.
+    /// The beginning of its text, 300 characters at most.
     std::optional<QString> textContent;
 };
 

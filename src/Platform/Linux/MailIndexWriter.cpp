@@ -20,8 +20,8 @@ namespace dugwise {
 
 namespace {
 
-/// Bytes of a text that are kept as they are.
-constexpr qsizetype kBeginning = 1500;
+/// Characters of a text that are kept as they are.
+constexpr std::size_t kBeginning = 300;
 
 // item: all that is in the folders, also what could not be read, which has no message.
 // identity: of the Message-ID, 0 for none. name: of the file below the folder.
@@ -36,16 +36,6 @@ constexpr auto kTables = R"(
     CREATE VIRTUAL TABLE words USING fts5(subject, body, addresses,
         tokenize = 'trigram case_sensitive 1');
     INSERT INTO words (words, rank) VALUES ('hashsize', 33554432);)";
-
-/// The beginning of a text, up to a whole character.
-std::string_view beginning(const QByteArray &text)
-{
-    qsizetype size = std::min(text.size(), kBeginning);
-    while (size < text.size() && size > 0
-           && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80)
-        --size;
-    return view(text).substr(0, static_cast<std::size_t>(size));
-}
 
 void bindText(SQLiteStatement &statement, int parameter, std::string_view text)
 {
@@ -216,18 +206,19 @@ void MailIndexWriter::insert(qint64 id, const NewMessage &message)
     const auto size = static_cast<std::size_t>(identifier.size());
     const auto identity =
         size == 0 ? 0 : static_cast<qint64>(XXH3_64bits(identifier.constData(), size) | 1U);
+    const std::string_view text = view(mail.text);
     m_insertMessage.bind(1, id);
     m_insertMessage.bind(2, message.folder);
     bindText(m_insertMessage, 3, view(message.name));
     bindText(m_insertMessage, 4, view(mail.subject));
     bindText(m_insertMessage, 5, view(mail.authors.join('\n')));
-    bindText(m_insertMessage, 6, beginning(mail.text));
+    bindText(m_insertMessage, 6, text.substr(0, prefixLength(text, kBeginning)));
     m_insertMessage.bind(7, identity);
     check(m_insertMessage.run());
 
     m_insertWords.bind(1, id);
     m_insertWords.bind(2, std::string_view(folded(view(mail.subject))));
-    m_insertWords.bind(3, std::string_view(folded(view(mail.text))));
+    m_insertWords.bind(3, std::string_view(folded(text)));
     m_insertWords.bind(4, std::string_view(folded(view(mail.addresses.join('\n')))));
     check(m_insertWords.run());
 }
