@@ -103,9 +103,9 @@ TestCase {
         verify(!find("reindexAll").visible)
         for (const folder of folders)
             addByDialog(folder)
-        compare(rows().length, 2)
+        tryVerify(() => root.rows().length === 2)
         verify(find("reindexAll").visible)
-        compare(find("filesIndexed").text, "Files: " + total + " indexed")
+        tryVerify(() => find("filesIndexed").text === "Files: " + total + " indexed")
     }
 
     function test_reindexAllIsForWhenNothingIsIndexed() {
