@@ -39,6 +39,7 @@ public:
         Instant end;
         QString zone = QStringLiteral("UTC");
         QByteArray recurrenceId = "NULL"; ///< SQL
+        QString recurrenceZone{};         ///< its own where it has none
         int flags = 0;
         QString status{};
         QByteArray journal = "NULL"; ///< SQL
@@ -49,7 +50,8 @@ public:
         run("INSERT INTO cal_events VALUES ('cal', " + quoted(event.id) + ", 0, 0, "
             + quoted(event.title) + ", 0, 'PUBLIC', " + quoted(event.status) + ", "
             + number(event.flags) + ", " + time(event.start) + ", " + time(event.end) + ", 0, "
-            + zone + ", " + zone + ", " + event.recurrenceId + ", " + zone + ", NULL, "
+            + zone + ", " + zone + ", " + event.recurrenceId + ", "
+            + (event.recurrenceZone.isEmpty() ? zone : quoted(event.recurrenceZone)) + ", NULL, "
             + event.journal + ")");
     }
     void addProperty(const QString &id,

@@ -87,16 +87,20 @@ void addContacts(std::uint32_t number, std::string_view document, std::vector<It
 {
     std::optional<Contact> contact;
     int depth = 0; // of cards within the card
+    bool isAgentNext = false;
     std::size_t count = 0;
     ContentLines lines(document);
     while (const auto line = lines.next()) {
         const bool isBegin = line->isNamed("BEGIN") && line->isValue("VCARD");
         const bool isEnd = line->isNamed("END") && line->isValue("VCARD");
-        if (isBegin && !contact)
-            contact.emplace();
-        else if (isBegin)
+        // A card lies within another as the value of AGENT alone (RFC 2426, 3.5.4); else the one
+        // before it was left unfinished.
+        if (isBegin && contact && isAgentNext)
             ++depth;
-        else if (isEnd && depth > 0)
+        else if (isBegin) {
+            contact.emplace();
+            depth = 0;
+        } else if (isEnd && depth > 0)
             --depth;
         else if (isEnd && contact) {
             if (!contact->isGroup && ++count <= kMostItems) {
@@ -107,6 +111,7 @@ void addContacts(std::uint32_t number, std::string_view document, std::vector<It
         } else if (contact && depth == 0) {
             takeProperty(*contact, *line);
         }
+        isAgentNext = line->isNamed("AGENT") && trimmed(line->value).empty();
     }
 }
 

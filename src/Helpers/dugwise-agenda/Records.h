@@ -24,6 +24,8 @@ public:
     /// What the program gives back as it is, at any length.
     void whole(std::string_view text);
     void end();
+    /// Takes back what was written behind this many code units.
+    void cutTo(std::size_t size) { m_written.resize(size); }
 
     /// Bytes of a whole text; what is longer must not be given.
     static constexpr std::size_t kMostOfWhole = 262'144;

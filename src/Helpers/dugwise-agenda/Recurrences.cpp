@@ -147,7 +147,7 @@ std::vector<std::int64_t> occurrences(const std::string &startLine,
         for (const Moment &moment : moments(*line, *start, zones)) {
             if (line->isNamed("RDATE"))
                 add(moment, span, starts);
-            else if (moment.isDate())
+            else if (moment.isDate() || start->isDate())
                 exceptDays.insert(dayOf(moment.wall));
             else
                 exceptions.emplace(moment.seconds(), 0);

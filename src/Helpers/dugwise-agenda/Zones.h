@@ -5,6 +5,8 @@
 #include <libical/ical.h>
 
 #include <map>
+#include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -17,13 +19,14 @@ class Zones
 public:
     /// A VTIMEZONE, as content lines.
     void define(std::string_view name, std::string definition);
-    /// Null for one that is not known. Belongs to the process.
+    /// Null for one that is not known. Lives as long as this.
     [[nodiscard]] icaltimezone *find(std::string_view name) const;
     /// Its definition in the document; empty when there is none.
     [[nodiscard]] std::string_view definition(std::string_view name) const;
 
 private:
     std::map<std::string, std::string, std::less<>> m_definitions;
+    mutable std::set<std::shared_ptr<icaltimezone>> m_found; ///< of those defined here
 };
 
 } // namespace dugwise

@@ -100,15 +100,19 @@ bool sendPage(const std::optional<Batch> &batch, std::size_t first)
     Records records;
     std::size_t count = 0;
     do {
+        const std::size_t end = records.written().size();
         batch->items[first + count](records);
+        if (records.written().size() > kMostText) {
+            // A record that is cut could be taken for another: it has a page of its own, or is not
+            // told at all.
+            records.cutTo(end);
+            if (count > 0)
+                break;
+        }
         ++count;
     } while (first + count < batch->items.size() && count != batch->header.itemsAtATime
              && records.written().size() < kFullPage);
-    // What does not fit is not told at all: a record that is cut could be taken for another.
-    const bool fits = records.written().size() <= kMostText;
-    return ParserSocket::send(static_cast<std::int32_t>(count),
-                              fits ? std::u16string_view(records.written())
-                                   : std::u16string_view());
+    return ParserSocket::send(static_cast<std::int32_t>(count), records.written());
 }
 
 void serve()

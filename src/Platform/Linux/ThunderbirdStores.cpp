@@ -26,6 +26,7 @@ constexpr auto kEvents = R"(
            event_end_tz, recurrence_id, recurrence_id_tz, ical_status, id
       FROM cal_events
      WHERE event_start IS NOT NULL AND offline_journal IS NOT 4)";
+constexpr int kReplaced = 7; // its column recurrence_id
 constexpr auto kProperties = R"(
     SELECT cal_id || char(10) || item_id, recurrence_id, key, value
       FROM cal_properties
@@ -92,16 +93,19 @@ private:
 
     void addEvent(const SQLiteStatement &event)
     {
-        const qint64 recurrence = event.integer(7);
+        const qint64 recurrence = event.integer(kReplaced);
         const bool isDays = event.integer(2) != 0;
         const auto time = [&](const QByteArray &name, int column) {
-            return timeLine(
-                name, event.integer(column), event.text(column + 1).value_or(QString()), isDays);
+            const QString zone = event.text(column + 1).value_or(QString());
+            // What is replaced by whole days may have been at a time of its day.
+            const bool isDay = isDays && (column != kReplaced || zone == "floating"_L1);
+            return timeLine(name, event.integer(column), zone, isDay);
         };
         // Before the event, because a zone may have to be defined.
         const QByteArray start = time("DTSTART", 3);
         const QByteArray end = event.integer(5) != 0 ? time("DTEND", 5) : QByteArray();
-        const QByteArray replaced = recurrence != 0 ? time("RECURRENCE-ID", 7) : QByteArray();
+        const QByteArray replaced =
+            recurrence != 0 ? time("RECURRENCE-ID", kReplaced) : QByteArray();
         m_text += "BEGIN:VEVENT\n" + start + end + replaced
                   + line("UID", event.text(10).value_or(QString()))
                   + line("SUMMARY", event.text(1).value_or(QString()))

@@ -87,6 +87,11 @@ private Q_SLOTS:
             << card("N:Lee;Sarah|AGENT:|BEGIN:VCARD|N:Kim;Sarah|EMAIL:no@b.org|END:VCARD|"
                     "EMAIL:a@b.org|")
             << u"Sarah/Lee a@b.org "_s;
+        QTest::newRow("after a card without an end")
+            << "BEGIN:VCARD\r\nN:Kim;Sarah\r\n" + card("N:Lee;Sarah|") << u"Sarah/Lee  "_s;
+        QTest::newRow("after a card within without an end")
+            << "BEGIN:VCARD\r\nAGENT:\r\n" + card("N:Kim;Sarah|") + card("N:Lee;Sarah|")
+            << u"Sarah/Lee  "_s;
         QTest::newRow("photo") << card("N:Lee;Sarah|PHOTO;ENCODING=b;TYPE=JPEG:"
                                        + QByteArray("QUFB\r\n ").repeated(1'500'000)
                                        + "|EMAIL:a@b.org|")
@@ -103,6 +108,16 @@ private Q_SLOTS:
         QFETCH(const QString, found);
         write(u"a.vcf"_s, content);
         QCOMPARE(find(u"sarah"_s), QStringList{found});
+    }
+
+    void anEndlessCardCostsNoOther()
+    {
+        const QByteArray endless = ("TEL:" + QByteArray(60'000, '5') + '|').repeated(100);
+        write(u"a.vcf"_s,
+              card("N:Lee;Sarah|").repeated(100) + card("N:Kim;Sarah|" + endless)
+                  + card("N:Lee;Sarah|").repeated(100));
+        QCOMPARE(find(u"sarah lee"_s).size(), 200);
+        QCOMPARE(find(u"sarah kim"_s), QStringList());
     }
 
     void leavesOutWhatIsNoEntry_data()

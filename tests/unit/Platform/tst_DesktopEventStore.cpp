@@ -190,6 +190,43 @@ private Q_SLOTS:
         QCOMPARE(find(), QStringList{start + " Event"_L1});
     }
 
+    void manyZonesLeaveOthersAlone()
+    {
+        for (int document = 0; document < 6; ++document) {
+            QByteArray events;
+            for (int zone = 0; zone < 200; ++zone) {
+                const QByteArray name = QByteArray::number(document * 200 + zone);
+                events += QByteArray(kZone).replace("Island", "Island/" + name)
+                          + vevent("DTSTART;TZID=Island/" + name + ":20260710T090000")
+                          + vevent("DTSTART;TZID=Nowhere/" + name + ":20260710T090000");
+            }
+            write(QString::number(document) + ".ics"_L1, calendar(events));
+        }
+        write(u"last.ics"_s,
+              calendar(vevent("DTSTART;TZID=Asia/Tokyo:20260711T090000")
+                       + vevent("DTSTART;TZID=Mine:20260711T090000")
+                       + QByteArray(kZone).replace("Island", "Mine")));
+        QCOMPARE(find(u"2026-07-10"_s, u"2026-07-11"_s).filter(u"07-10 07:00"_s).size(), 1200);
+        QCOMPARE(find(u"2026-07-11"_s, u"2026-07-12"_s),
+                 (QStringList{u"2026-07-11 00:00 Event"_s, u"2026-07-11 07:00 Event"_s}));
+    }
+
+    void endlessZonesCostNobodyElse()
+    {
+        QByteArray list("0");
+        for (int i = 1; i < 60; ++i)
+            list += ',' + QByteArray::number(i);
+        const QByteArray rule =
+            "FREQ=YEARLY;BYDAY=MO,TU,WE,TH,FR;BYMINUTE=" + list + ";BYSECOND=" + list;
+        const QByteArray endless =
+            QByteArray(kZone).replace("FREQ=YEARLY;BYMONTH=10;BYDAY=-1SU", rule);
+        write(u"a.ics"_s,
+              calendar(endless + vevent("DTSTART;TZID=Island:20260310T090000", "Odd")
+                       + vevent("DTSTART:20260310T140000Z", "Good")));
+        m_store.emplace(m_home->platform.folders, QStringLiteral(DUGWISE_AGENDA));
+        QVERIFY(find().contains(u"2026-03-10 14:00 Good"_s));
+    }
+
     void findsOccurrences_data()
     {
         QTest::addColumn<QByteArray>("lines");
@@ -272,6 +309,14 @@ private Q_SLOTS:
         QFETCH(const QString, expected);
         write(u"a.ics"_s, calendar(kZone + vevent(lines)));
         QCOMPARE(find(u"2026-03-10"_s, u"2026-03-13"_s), QStringList{expected + " Event"_L1});
+    }
+
+    void exceptsTimesFromDays()
+    {
+        write(u"a.ics"_s,
+              calendar(vevent("DTSTART;VALUE=DATE:20260301 RRULE:FREQ=DAILY;COUNT=3 "
+                              "EXDATE;TZID=Europe/Berlin:20260302T000000")));
+        QCOMPARE(find(), (QStringList{u"2026-03-01 00:00 Event"_s, u"2026-03-03 00:00 Event"_s}));
     }
 
     void replacesOccurrences()
@@ -447,6 +492,20 @@ private Q_SLOTS:
                    .zone = berlin,
                    .recurrenceId = recurrence});
         local.addProperty(u"2"_s, u"LOCATION"_s, u"Elsewhere"_s, recurrence);
+        local.add({.id = u"8"_s,
+                   .title = u"Early"_s,
+                   .start = start(u"01-05T22:00"_s), // the 6th in Tokyo
+                   .end = start(u"01-05T23:00"_s),
+                   .zone = u"Asia/Tokyo"_s});
+        local.addRecurrence(u"8"_s, u"RRULE:FREQ=DAILY;COUNT=2"_s);
+        local.add({.id = u"8"_s,
+                   .title = u"All day"_s,
+                   .start = start(u"01-07T00:00"_s),
+                   .end = start(u"01-08T00:00"_s),
+                   .zone = u"floating"_s,
+                   .recurrenceId = SampleThunderbirdCalendar::time(start(u"01-06T22:00"_s)),
+                   .recurrenceZone = u"Asia/Tokyo"_s,
+                   .flags = 8});
         local.add({.id = u"3"_s,
                    .title = u"Floating"_s,
                    .start = start(u"05-01T09:00"_s),
@@ -480,7 +539,9 @@ private Q_SLOTS:
         setZone(u"America/New_York"_s);
         const QList<StoredEvent> events = m_store->eventsIn(span(u"2026-01-01"_s, u"2027-01-01"_s));
         QCOMPARE(starts(events),
-                 (QStringList{u"2026-03-10 14:00 Plain; with, commas\\"_s,
+                 (QStringList{u"2026-01-05 22:00 Early"_s,
+                              u"2026-01-07 05:00 All day"_s,
+                              u"2026-03-10 14:00 Plain; with, commas\\"_s,
                               u"2026-03-23 08:00 Weekly"_s,
                               u"2026-03-31 10:00 Moved"_s,
                               u"2026-04-06 07:00 Weekly"_s,
@@ -489,12 +550,12 @@ private Q_SLOTS:
                               u"2026-06-01 08:00 Island"_s,
                               u"2026-07-01 14:00 Remote"_s,
                               u"2026-12-01 09:00 Island"_s}));
-        QCOMPARE(events[0].location, u"Room 1\nEND:VEVENT"_s);
-        QCOMPARE(events[0].notes, u"About; it"_s);
-        QCOMPARE(events[0].end, start(u"03-10T15:00"_s));
-        QCOMPARE(events[1].location, QString());
-        QCOMPARE(events[2].location, u"Elsewhere"_s);
-        QCOMPARE(events[5].end, start(u"05-04T04:00"_s));
+        QCOMPARE(events[2].location, u"Room 1\nEND:VEVENT"_s);
+        QCOMPARE(events[2].notes, u"About; it"_s);
+        QCOMPARE(events[2].end, start(u"03-10T15:00"_s));
+        QCOMPARE(events[3].location, QString());
+        QCOMPARE(events[4].location, u"Elsewhere"_s);
+        QCOMPARE(events[7].end, start(u"05-04T04:00"_s));
         QCOMPARE(m_store->sources(), QStringList{u"Thunderbird"_s});
 
         // While it is being written.
