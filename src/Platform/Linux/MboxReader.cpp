@@ -176,7 +176,8 @@ MboxReader::Separator MboxReader::findSeparator(std::size_t from) const
         const std::size_t length = rest.find('\n');
         if (length == std::string_view::npos && rest.size() < kLongestSeparator && !m_isAtEnd)
             return {at, false};
-        if (endsEmptyLine(text, at) && isSeparator(rest.substr(0, length)))
+        const bool isLine = length != std::string_view::npos;
+        if (isLine && endsEmptyLine(text, at) && isSeparator(rest.substr(0, length)))
             return {at, true};
         from = at + 1;
     }

@@ -67,6 +67,8 @@ private Q_SLOTS:
         row("something before", "\n" + from + "A\n", "");
         row("empty", "", "");
         row("one line without end", "From - " + QByteArray(5000, 'x'), "");
+        const QByteArray longLine = "A\n\nFrom - " + QByteArray(2000, 'x') + "\nB";
+        row("a long line within", from + longLine + "\n\n" + from + "C\n", '[' + longLine + "][C]");
     }
     void partsMessages()
     {
