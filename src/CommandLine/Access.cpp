@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CommandLine/Access.h"
 
+#include "CommandLine/CommandLine.h"
 #include "Platform/Platform.h"
 #include "Services/AccessRequest.h"
 
@@ -17,6 +18,10 @@ int runAccess(Platform &platform, const Arguments &arguments)
     if (arguments.command != Arguments::Command::accessList) {
         const bool isGranted = arguments.command == Arguments::Command::accessGrant;
         setAccessAnswer(defaults, arguments.source, isGranted);
+        if (!defaults.synchronize()) {
+            complain(u"the answer cannot be stored"_s);
+            return 1;
+        }
     }
     for (const PersonalData data : kAllPersonalData) {
         const std::optional<bool> answer = accessAnswer(defaults, data);

@@ -69,8 +69,10 @@ QFuture<std::optional<DateRange>> CrossAppSearch::findDateAnchor(const QString &
     if (!access.calendar)
         return ready(std::optional<DateRange>());
     const CalendarService *const service = m_services.calendar.get();
-    return QtConcurrent::run(
-        &m_calendarWorker, &CalendarService::findDateAnchor, service, personName);
+    const std::stop_token stop = m_stop.get_token();
+    return QtConcurrent::run(&m_calendarWorker, [service, personName, stop] {
+        return stop.stop_requested() ? std::nullopt : service->findDateAnchor(personName);
+    });
 }
 
 QCoro::Task<QList<CrossAppResult>>
@@ -80,6 +82,7 @@ CrossAppSearch::performCrossAppSearch(QString query,
                                       Access access)
 {
     const QPointer<CrossAppSearch> self(this);
+    const std::stop_token stop = m_stop.get_token();
     QList<CrossAppResult> results;
     if (intent && !intent->wantsCrossApp)
         co_return results;
@@ -104,13 +107,14 @@ CrossAppSearch::performCrossAppSearch(QString query,
     results = crossAppResults(mails);
     if (access.messages) {
         const MessagesService *const service = m_services.messages.get();
+        const QString words = DateIntentParser::extractKeywords(query).join(u' ');
+        const std::optional<QString> contact = sender ? sender : person;
         const QFuture<QList<MessageSearchResult>> searching =
-            QtConcurrent::run(&m_messagesWorker,
-                              &MessagesService::searchMessages,
-                              service,
-                              DateIntentParser::extractKeywords(query).join(u' '),
-                              sender ? sender : person,
-                              kMessagesAskedFor);
+            QtConcurrent::run(&m_messagesWorker, [service, words, contact, stop] {
+                return stop.stop_requested()
+                           ? QList<MessageSearchResult>()
+                           : service->searchMessages(words, contact, kMessagesAskedFor);
+            });
         const QList<MessageSearchResult> messages = co_await searching;
         if (!self)
             co_return results;
@@ -118,8 +122,11 @@ CrossAppSearch::performCrossAppSearch(QString query,
     }
     if (access.calendar) {
         const CalendarService *const service = m_services.calendar.get();
-        const QFuture<QList<CalendarSearchResult>> searching = QtConcurrent::run(
-            &m_calendarWorker, &CalendarService::searchEvents, service, query, dateRange);
+        const QFuture<QList<CalendarSearchResult>> searching =
+            QtConcurrent::run(&m_calendarWorker, [service, query, dateRange, stop] {
+                return stop.stop_requested() ? QList<CalendarSearchResult>()
+                                             : service->searchEvents(query, dateRange);
+            });
         const QList<CalendarSearchResult> events = co_await searching;
         results.append(crossAppResults(events));
     }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QByteArrayList>
+#include <QFuture>
 #include <QStringList>
 #include <QThreadPool>
 #include <QVariantHash>
@@ -30,6 +31,8 @@ public:
     void setStringList(const QString &key, const QStringList &value);
     void setByteArrayList(const QString &key, const QByteArrayList &value);
     void setBoolean(const QString &key, bool value);
+    /// Waits until the latest change is on disk; false when it could not be written.
+    [[nodiscard]] bool synchronize();
 
 private:
     void write(const QString &key, const QVariant &value);
@@ -37,6 +40,7 @@ private:
     QString m_filePath;
     QVariantHash m_values;
     bool m_isDamaged = false;
+    std::optional<QFuture<bool>> m_latestWrite;
     QThreadPool m_writer; ///< of one thread; ends when all is written
 };
 

@@ -452,6 +452,11 @@ private Q_SLOTS:
             QCOMPARE(misuse.err.count('\n'), 1);
         }
         QCOMPARE(run({u"access"_s, u"list"_s}).out, after);
+        QVERIFY(QFile::remove(defaults) && QDir().mkpath(defaults)); // not to be written
+        const Outcome lost = run({u"access"_s, u"deny"_s, u"calendar"_s});
+        QCOMPARE(lost.exitCode, 1);
+        QVERIFY(lost.out.isEmpty());
+        QCOMPARE(lost.err.count('\n'), 1);
     }
 
     void calendarAndContactsAreReadAfterAYes()

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
+#include <QtConcurrentRun>
 
 #include <algorithm>
 #include <utility>
@@ -34,7 +35,8 @@ void keepAside(const QString &path)
     QFile::copy(path, aside);
 }
 
-void store(const QString &path, const QString &key, const QVariant &value, bool isDamaged)
+/// False when it cannot be written.
+bool store(const QString &path, const QString &key, const QVariant &value, bool isDamaged)
 {
     makePrivateFolder(QFileInfo(path).path());
     QSettings settings(path, QSettings::IniFormat);
@@ -45,6 +47,7 @@ void store(const QString &path, const QString &key, const QVariant &value, bool 
     settings.setValue(key, value);
     settings.sync();
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    return settings.status() == QSettings::NoError;
 }
 
 } // namespace
@@ -112,12 +115,16 @@ void UserDefaults::setBoolean(const QString &key, bool value)
     setStringList(key, {value ? kTrue : kFalse});
 }
 
+bool UserDefaults::synchronize()
+{
+    return !m_latestWrite || m_latestWrite->result();
+}
+
 void UserDefaults::write(const QString &key, const QVariant &value)
 {
     m_values.insert(key, value);
-    m_writer.start([path = m_filePath, key, value, isDamaged = std::exchange(m_isDamaged, false)] {
-        store(path, key, value, isDamaged);
-    });
+    m_latestWrite = QtConcurrent::run(
+        &m_writer, store, m_filePath, key, value, std::exchange(m_isDamaged, false));
 }
 
 } // namespace dugwise
