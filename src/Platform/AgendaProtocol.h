@@ -22,7 +22,8 @@ enum class Task : std::uint32_t {
     /// floating ones.
     events,
     /// The occurrences of each event, a document each, as records of `events` give them. Fields:
-    /// the starts that lie between `earliest` and `latest`, in order.
+    /// "more" where there may be others, or empty; the starts that lie between `earliest` and
+    /// `latest`, in order.
     occurrences,
     /// The entries of address books (vCard). Fields: given name, family name, nickname, full name,
     /// list of addresses, list of phone numbers.

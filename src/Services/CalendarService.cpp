@@ -8,6 +8,8 @@
 #include "Utilities/Text.h"
 
 #include <algorithm>
+#include <array>
+#include <map>
 
 namespace dugwise {
 
@@ -32,7 +34,7 @@ std::optional<QString> unlessEmpty(const QString &text)
 }
 
 /// How many of the words are in the event, a word listed twice counted twice.
-auto matches(const StoredEvent &event, const QStringList &words)
+qsizetype matches(const StoredEvent &event, const QStringList &words)
 {
     const QString text = lowerCased(event.title + u' ' + event.notes + u' ' + event.location);
     return std::ranges::count_if(words, [&](const QString &word) { return text.contains(word); });
@@ -79,8 +81,15 @@ CalendarService::searchEvents(const QString &query, const std::optional<DateRang
         return results;
     const Instant now = m_platform.clock.now();
     const DateRange lately{calendarTimeBefore(now, {.months = kMonthsBack}), now};
-    for (const StoredEvent &event : m_platform.eventStore->eventsIn(dateRange.value_or(lately))) {
-        const auto found = matches(event, words);
+    // The occurrences of an event share their texts, and are looked at once.
+    std::map<std::array<const QChar *, 3>, qsizetype> known;
+    const QList<StoredEvent> events = m_platform.eventStore->eventsIn(dateRange.value_or(lately));
+    for (const StoredEvent &event : events) {
+        const auto [place, isNew] = known.try_emplace(
+            {event.title.constData(), event.notes.constData(), event.location.constData()});
+        if (isNew)
+            place->second = matches(event, words);
+        const qsizetype found = place->second;
         if (found == 0)
             continue;
         results.append({

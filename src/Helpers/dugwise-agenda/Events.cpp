@@ -102,9 +102,11 @@ void addOccurrences(std::uint32_t number,
         return;
     items.emplace_back([calendar, number, earliest, latest](Records &records) {
         const Calendar::Event &event = calendar->events.front();
+        const Occurrences found =
+            occurrences(event.start, event.recurrences, calendar->zones, earliest, latest);
         records.begin(number);
-        for (const std::int64_t start :
-             occurrences(event.start, event.recurrences, calendar->zones, earliest, latest))
+        records.text(found.areAll ? "" : "more");
+        for (const std::int64_t start : found.starts)
             records.number(start);
         records.end();
     });

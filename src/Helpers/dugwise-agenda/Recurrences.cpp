@@ -18,7 +18,8 @@ using Steady = std::chrono::steady_clock;
 
 constexpr std::size_t kMost = 5000;
 constexpr std::chrono::milliseconds kLongest{100};
-constexpr int kStepsBetweenLooks = 256; // at the clock
+constexpr std::chrono::milliseconds kLongestOfStarts{60}; // what is left is for exceptions
+constexpr int kStepsBetweenLooks = 256;                   // at the clock
 constexpr std::int64_t kDay = 86'400;
 
 struct Span
@@ -66,7 +67,8 @@ void setEnd(icalrecurrencetype &rule, const Moment &start)
     rule.until.zone = nullptr;
 }
 
-void addRule(const std::string &text,
+/// False when the time was up before its end.
+bool addRule(const std::string &text,
              const Moment &start,
              const Span &span,
              Steady::time_point end,
@@ -74,12 +76,12 @@ void addRule(const std::string &text,
 {
     icalrecurrencetype rule = ::icalrecurrencetype_from_string(text.c_str());
     if (rule.freq == ICAL_NO_RECURRENCE)
-        return;
+        return true;
     setEnd(rule, start);
     const std::unique_ptr<icalrecur_iterator, decltype(&::icalrecur_iterator_free)> iterator(
         ::icalrecur_iterator_new(rule, start.wall), ::icalrecur_iterator_free);
     if (!iterator)
-        return;
+        return true;
     // A day is more than clocks are apart from those of UTC. Counted ones begin with the first.
     constexpr std::int64_t kMargin = 2 * kDay;
     if (rule.count == 0 && start.wallSeconds() < span.earliest - kMargin) {
@@ -90,11 +92,13 @@ void addRule(const std::string &text,
     for (int step = 1; starts.size() < kMost; ++step) {
         Moment occurrence{.wall = ::icalrecur_iterator_next(iterator.get()), .zone = start.zone};
         if (::icaltime_is_null_time(occurrence.wall) != 0
-            || occurrence.wallSeconds() > span.latest + kMargin
-            || (step % kStepsBetweenLooks == 0 && Steady::now() > end))
-            return;
+            || occurrence.wallSeconds() > span.latest + kMargin)
+            return true;
+        if (step % kStepsBetweenLooks == 0 && Steady::now() > end)
+            return false;
         add(occurrence, span, starts);
     }
+    return true;
 }
 
 /// The times of RDATE and EXDATE; of a period, its start. Those without a zone are on the clocks of
@@ -116,13 +120,13 @@ std::vector<Moment> moments(const ContentLine &line, const Moment &start, const 
 
 } // namespace
 
-std::vector<std::int64_t> occurrences(const std::string &startLine,
-                                      const std::vector<std::string> &recurrences,
-                                      const Zones &zones,
-                                      std::int64_t earliest,
-                                      std::int64_t latest)
+Occurrences occurrences(const std::string &startLine,
+                        const std::vector<std::string> &recurrences,
+                        const Zones &zones,
+                        std::int64_t earliest,
+                        std::int64_t latest)
 {
-    const Steady::time_point end = Steady::now() + kLongest;
+    const Steady::time_point begin = Steady::now();
     const auto first = ContentLine::parse(startLine);
     const auto start = first ? parseMoment(*first, first->value, zones) : std::nullopt;
     if (!start)
@@ -131,17 +135,19 @@ std::vector<std::int64_t> occurrences(const std::string &startLine,
     Starts starts;
     Starts exceptions;
     std::set<int> exceptDays;
+    Occurrences found;
     add(*start, span, starts);
     for (const std::string &recurrence : recurrences) {
         const auto line = ContentLine::parse(recurrence);
         if (!line)
             continue;
         if (line->isNamed("RRULE") || line->isNamed("EXRULE")) {
-            addRule(std::string(trimmed(line->value)),
-                    *start,
-                    span,
-                    end,
-                    line->isNamed("RRULE") ? starts : exceptions);
+            const bool isRule = line->isNamed("RRULE");
+            found.areAll &= addRule(std::string(trimmed(line->value)),
+                                    *start,
+                                    span,
+                                    begin + (isRule ? kLongestOfStarts : kLongest),
+                                    isRule ? starts : exceptions);
             continue;
         }
         for (const Moment &moment : moments(*line, *start, zones)) {
@@ -153,10 +159,10 @@ std::vector<std::int64_t> occurrences(const std::string &startLine,
                 exceptions.emplace(moment.seconds(), 0);
         }
     }
-    std::vector<std::int64_t> found;
+    found.areAll &= starts.size() < kMost && exceptions.size() < kMost;
     for (const auto &[seconds, day] : starts) {
         if (!exceptions.contains(seconds) && !exceptDays.contains(day))
-            found.push_back(seconds);
+            found.starts.push_back(seconds);
     }
     return found;
 }

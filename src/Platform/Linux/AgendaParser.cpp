@@ -17,7 +17,8 @@ namespace {
 constexpr qsizetype kMostDocuments = 256;
 constexpr qsizetype kMostBytes = qsizetype{1024} * 1024;
 
-constexpr int kMostDeaths = 3;                   // over one document
+constexpr int kMostAttempts = 3;
+constexpr int kMostFailures = 3;                 // over one document
 constexpr qsizetype kBytesInAMillisecond = 4096; // at the slowest
 
 /// A file in memory that holds the batch.
@@ -48,21 +49,31 @@ FileDescriptor fileOf(const AgendaProtocol::Header &header, const QList<QByteArr
 /// Adds records to those of their documents.
 void take(const QString &text, QList<AgendaParser::Reading> &readings)
 {
-    for (const QStringView record : qTokenize(text, QChar(AgendaProtocol::kRecord))) {
+    for (const QStringView record :
+         qTokenize(text, QChar(AgendaProtocol::kRecord), Qt::SkipEmptyParts)) {
         QStringList fields;
-        qsizetype document = -1;
-        for (const QStringView field : qTokenize(record, QChar(AgendaProtocol::kField))) {
-            if (document >= 0)
-                fields.append(field.toString());
-            else if (bool isNumber = false; document = field.toInt(&isNumber), !isNumber)
-                break;
-        }
-        if (document >= 0 && document < readings.size())
+        for (const QStringView field : qTokenize(record, QChar(AgendaProtocol::kField)))
+            fields.append(field.toString());
+        bool isNumber = false;
+        const qsizetype document = fields.takeFirst().toInt(&isNumber);
+        if (isNumber && document >= 0 && document < readings.size())
             readings[document].records.append(fields);
     }
 }
 
 } // namespace
+
+void AgendaParser::Attempts::count(Reading::Outcome outcome)
+{
+    using Outcome = Reading::Outcome;
+    begun += outcome == Outcome::interrupted || outcome == Outcome::late ? 1 : 0;
+    late += outcome == Outcome::late ? 1 : 0;
+}
+
+bool AgendaParser::Attempts::areUp() const
+{
+    return late >= kMostAttempts;
+}
 
 QList<AgendaParser::Reading> AgendaParser::read(const Request &request,
                                                 const QDeadlineTimer &deadline)
@@ -81,7 +92,7 @@ QList<AgendaParser::Reading> AgendaParser::read(const Request &request,
             texts.append(text.value_or(QByteArray()));
             bytes += texts.constLast().size();
         }
-        readings += readTogether(request, texts, deadline);
+        readings += readTogether(request, texts, deadline, readings.isEmpty());
         for (const qsizetype document : missing)
             readings[document].outcome = Reading::Outcome::unread;
     }
@@ -126,12 +137,17 @@ std::optional<int> AgendaParser::open(const Request &request,
     return opened && opened->result >= 0 ? std::optional(opened->result) : std::nullopt;
 }
 
+/// `isFirst`: the request had no others before, and could give it no more time.
 QList<AgendaParser::Reading> AgendaParser::readTogether(const Request &request,
                                                         const QList<QByteArray> &texts,
-                                                        const QDeadlineTimer &deadline)
+                                                        const QDeadlineTimer &deadline,
+                                                        bool isFirst)
 {
     QList<Reading> readings(texts.size());
-    const bool hasTime = deadline.remainingTimeAsDuration() >= timeFor(texts);
+    if (!isRunning(deadline))
+        return readings;
+    const auto left = deadline.remainingTimeAsDuration();
+    const bool hasTime = left >= timeFor(texts) || (isFirst && left >= m_patience);
     const std::optional<int> count = open(request, texts, 0, deadline);
     int next = 0;
     while (count && next < *count) {
@@ -139,25 +155,27 @@ QList<AgendaParser::Reading> AgendaParser::readTogether(const Request &request,
         if (!page || page->result <= 0)
             break;
         take(page->text, readings);
-        next += page->result;
+        next += std::min(page->result, *count - next);
     }
-    if (count && next >= *count) {
+    if (count && next == *count) {
         for (Reading &reading : readings)
             reading.outcome = Reading::Outcome::read;
         return readings;
     }
     readings = QList<Reading>(texts.size());
-    if (deadline.hasExpired() && !hasTime)
-        return readings;
     if (texts.size() > 1) {
         for (qsizetype i = 0; i < texts.size(); ++i)
-            readings[i] = readTogether(request, {texts[i]}, deadline).first();
+            readings[i] = readTogether(request, {texts[i]}, deadline, isFirst && i == 0).first();
         return readings;
     }
-    if (m_process && m_process->state() == ParserProcess::State::timedOut)
-        readings.first().outcome = hasTime ? Reading::Outcome::late : Reading::Outcome::unread;
-    else if (m_process && m_process->state() == ParserProcess::State::died)
+    const bool isDead = m_process->state() == ParserProcess::State::died;
+    const bool isOver = m_process->state() == ParserProcess::State::timedOut;
+    if (count.value_or(0) > 1 && (isDead || (isOver && hasTime)))
         readings.first() = readItemwise(request, texts.first(), deadline);
+    else if (isOver)
+        readings.first().outcome = hasTime ? Reading::Outcome::late : Reading::Outcome::interrupted;
+    else if (isDead)
+        readings.first().outcome = Reading::Outcome::read;
     return readings;
 }
 
@@ -166,11 +184,15 @@ AgendaParser::Reading AgendaParser::readItemwise(const Request &request,
                                                  const QDeadlineTimer &deadline)
 {
     QList<Reading> readings(1);
+    Reading &reading = readings.first();
     int next = 0;
-    for (int deaths = 0; deaths < kMostDeaths; ++deaths) {
+    for (int failures = 0; failures < kMostFailures; ++failures) {
         const std::optional<int> count = open(request, {text}, 1, deadline);
-        if (!count)
-            break;
+        if (!count) {
+            reading.outcome =
+                deadline.hasExpired() ? Reading::Outcome::late : Reading::Outcome::unread;
+            return std::move(reading);
+        }
         while (next < *count) {
             const auto page = m_process->page(next++);
             if (!page)
@@ -180,9 +202,8 @@ AgendaParser::Reading AgendaParser::readItemwise(const Request &request,
         if (m_process->state() == ParserProcess::State::running)
             break;
     }
-    readings.first().outcome =
-        deadline.hasExpired() ? Reading::Outcome::late : Reading::Outcome::read;
-    return std::move(readings.first());
+    reading.outcome = deadline.hasExpired() ? Reading::Outcome::late : Reading::Outcome::read;
+    return std::move(reading);
 }
 
 } // namespace dugwise

@@ -33,12 +33,24 @@ public:
     struct Reading
     {
         enum class Outcome {
-            unread, ///< there was no time for it
-            late,   ///< it was begun, and took too long
+            unread,      ///< there was no time for it, or it could not be had
+            interrupted, ///< it was begun, with less time than it may take
+            late,        ///< it was begun, and took too long
             read,
         };
         Outcome outcome = Outcome::unread;
         QList<QStringList> records{}; ///< fields as AgendaProtocol tells them
+    };
+
+    /// How often a document was tried in vain.
+    struct Attempts
+    {
+        int begun = 0;
+        int late = 0;
+
+        void count(Reading::Outcome outcome);
+        /// Whether it is not worth another.
+        [[nodiscard]] bool areUp() const;
     };
 
     /// `program` is the path of dugwise-agenda; without one, nothing can be read. An item may take
@@ -60,7 +72,8 @@ private:
                                           const QDeadlineTimer &deadline);
     [[nodiscard]] QList<Reading> readTogether(const Request &request,
                                               const QList<QByteArray> &texts,
-                                              const QDeadlineTimer &deadline);
+                                              const QDeadlineTimer &deadline,
+                                              bool isFirst);
     [[nodiscard]] Reading
     readItemwise(const Request &request, const QByteArray &text, const QDeadlineTimer &deadline);
 

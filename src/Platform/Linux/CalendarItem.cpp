@@ -32,6 +32,7 @@ std::optional<CalendarItem> CalendarItem::fromRecord(const QStringList &fields)
         .length = hasLength ? std::optional(length) : std::nullopt,
         .starts = isRecurring ? QList<qint64>() : QList<qint64>{start},
         .recurring = fields[7].toUtf8(),
+        .firstStart = start,
     };
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Platform/EventStore.h"
+#include "Platform/Linux/AgendaParser.h"
 
 namespace dugwise {
 
@@ -22,7 +23,9 @@ struct CalendarItem
     QByteArray recurring{};
     qint64 knownFrom = 0; ///< of a recurring one, all starts are known between these
     qint64 knownTo = -1;
-    int attempts = 0; ///< to find its starts, that took too long
+    bool isFrequent = false; ///< it has more than could be told at once
+    qint64 firstStart = 0;
+    AgendaParser::Attempts attempts{}; ///< to find its starts
 
     /// Of a record of events; absent when it is another's.
     [[nodiscard]] static std::optional<CalendarItem> fromRecord(const QStringList &fields);

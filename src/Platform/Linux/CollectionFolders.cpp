@@ -5,6 +5,7 @@
 #include "Platform/Linux/StoreFile.h"
 #include "Utilities/Text.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -109,14 +110,15 @@ struct Closer
 class Walk
 {
 public:
-    explicit Walk(QByteArray suffix)
+    Walk(QByteArray suffix, QDeadlineTimer deadline)
         : m_suffix(std::move(suffix))
+        , m_deadline(deadline)
     {}
 
     void visit(const QByteArray &path, int depth)
     {
         const std::unique_ptr<DIR, Closer> folder(::opendir(path.constData()));
-        if (!folder || depth > kDeepest)
+        if (!folder || depth > kDeepest || m_deadline.hasExpired())
             return;
         const int descriptor = ::dirfd(folder.get());
         QByteArrayList files;
@@ -148,7 +150,7 @@ private:
     void addFile(int folder, const QByteArray &folderPath, const QByteArray &name)
     {
         struct stat facts = {};
-        if (m_found.size() >= kMostFiles
+        if (m_found.size() >= kMostFiles || m_deadline.hasExpired()
             || ::fstatat(folder, name.constData(), &facts, AT_SYMLINK_NOFOLLOW) != 0
             || !S_ISREG(facts.st_mode))
             return;
@@ -165,6 +167,7 @@ private:
     }
 
     QByteArray m_suffix;
+    QDeadlineTimer m_deadline;
     QSet<std::pair<quint64, quint64>> m_seen; ///< file systems and numbers of files
     QList<StoreDocument> m_found;
 };
@@ -195,9 +198,10 @@ QStringList folderDescriptions(const QStringList &paths, const QString &home)
     return descriptions;
 }
 
-QList<StoreDocument> collectionFiles(const QStringList &roots, const QByteArray &suffix)
+QList<StoreDocument>
+collectionFiles(const QStringList &roots, const QByteArray &suffix, const QDeadlineTimer &deadline)
 {
-    Walk walk(suffix);
+    Walk walk(suffix, deadline);
     for (const QString &root : roots)
         walk.visit(QFile::encodeName(root), 0);
     return walk.found();

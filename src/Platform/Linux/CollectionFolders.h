@@ -19,8 +19,9 @@ namespace dugwise {
 [[nodiscard]] QStringList folderDescriptions(const QStringList &paths, const QString &home);
 
 /// The files in these folders and in those within, whose names end like this; each once, in the
-/// order of the folders and then of the names. Hidden ones are left out, and links not followed.
-[[nodiscard]] QList<StoreDocument> collectionFiles(const QStringList &roots,
-                                                   const QByteArray &suffix);
+/// order of the folders and then of the names. Hidden ones are left out, and links not followed;
+/// what is not found until the deadline, too.
+[[nodiscard]] QList<StoreDocument>
+collectionFiles(const QStringList &roots, const QByteArray &suffix, const QDeadlineTimer &deadline);
 
 } // namespace dugwise

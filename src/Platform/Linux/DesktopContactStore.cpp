@@ -45,8 +45,8 @@ QList<StoredContact> DesktopContactStore::contactsNamed(const QString &name) con
     read(m_evolution, [&](const QDeadlineTimer &deadline) {
         return EvolutionDataServer(m_folders).addressBooks(words, deadline);
     });
-    read(m_files, [&](const QDeadlineTimer &) {
-        return collectionFiles(contactFolders(m_folders), ".vcf");
+    read(m_files, [&](const QDeadlineTimer &deadline) {
+        return collectionFiles(contactFolders(m_folders), ".vcf", deadline);
     });
     read(m_thunderbird, [&](const QDeadlineTimer &deadline) {
         return addressBookDocuments(thunderbirdAddressBooks(m_folders), m_folders.cache, deadline);

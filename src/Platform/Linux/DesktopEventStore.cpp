@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -27,61 +28,143 @@ constexpr qint64 kDay = 86'400;
 /// request finds them there.
 constexpr qint64 kGrid = 64 * kDay;
 constexpr qint64 kLastTime = qint64{1} << 40U; // far behind any calendar's end
-constexpr int kMostAttempts = 3;
+constexpr qsizetype kFewStarts = 500;          // more than one a day
+constexpr qsizetype kMostStarts = 200'000;     // in a store, of events that have more than few
 
-/// Rounded outwards, on a day's clocks anywhere.
-std::pair<qint64, qint64> gridSpan(const DateRange &span, qint64 longest)
+/// Seconds, as AgendaProtocol has them.
+struct Times
+{
+    qint64 from = 0;
+    qint64 to = 0;
+
+    /// Widened to multiples of `step`.
+    [[nodiscard]] Times rounded(qint64 step) const
+    {
+        const auto floor = [step](qint64 time) { return time - ((time % step) + step) % step; };
+        return {floor(from), floor(to) + step};
+    }
+};
+
+/// When events may start that are in a span on a day's clocks anywhere.
+Times startsIn(const DateRange &span, qint64 length)
 {
     const auto limited = [](double seconds) {
         constexpr auto kEnd = static_cast<double>(kLastTime);
         return static_cast<qint64>(std::clamp(std::floor(seconds), -kEnd, kEnd));
     };
-    const qint64 from = limited(span.start.unixSeconds()) - longest - kDay;
-    const qint64 to = limited(span.end.unixSeconds()) + kDay;
-    const auto floorToGrid = [](qint64 time) { return time - ((time % kGrid) + kGrid) % kGrid; };
-    return {floorToGrid(from), floorToGrid(to) + kGrid};
+    return {limited(span.start.unixSeconds()) - length - kDay,
+            limited(span.end.unixSeconds()) + kDay};
 }
 
-/// Finds the starts of recurring events where they are not known yet.
-void findStarts(StoreDocuments<CalendarItem> &documents,
-                AgendaParser &parser,
-                const DateRange &span,
-                const QDeadlineTimer &deadline)
+/// Finds the starts of a store's recurring events where they are not known yet.
+class StartFinder
 {
-    qint64 longest = 0;
-    documents.forEach([&longest](const CalendarItem &item) {
-        if (!item.recurring.isEmpty())
-            longest = std::max(longest, item.length.value_or(0));
-    });
-    const auto [from, to] = gridSpan(span, longest);
-    QList<CalendarItem *> unknown;
-    documents.forEach([&, from = from, to = to](CalendarItem &item) {
-        if (!item.recurring.isEmpty() && item.attempts < kMostAttempts
-            && (from < item.knownFrom || to > item.knownTo))
-            unknown.append(&item);
-    });
-    const QList<AgendaParser::Reading> readings = parser.read(
-        {
-            .task = AgendaProtocol::Task::occurrences,
-            .earliest = from,
-            .latest = to,
-            .documents = unknown.size(),
-            .text = [&unknown](qsizetype i) { return unknown[i]->recurring; },
-        },
-        deadline);
-    for (qsizetype i = 0; i < unknown.size(); ++i) {
-        CalendarItem &item = *unknown[i];
-        using Outcome = AgendaParser::Reading::Outcome;
-        item.attempts += readings[i].outcome == Outcome::late ? 1 : 0;
-        if (readings[i].outcome != Outcome::read)
-            continue;
-        item.knownFrom = from;
-        item.knownTo = to;
-        item.starts.clear();
-        for (const QString &start : readings[i].records.value(0))
-            item.starts.append(start.toLongLong());
+public:
+    StartFinder(AgendaParser &parser, const DateRange &span, const QDeadlineTimer &deadline)
+        : m_parser(parser)
+        , m_span(span)
+        , m_deadline(deadline)
+    {}
+
+    void find(StoreDocuments<CalendarItem> &documents)
+    {
+        QList<CalendarItem *> unknown;
+        documents.forEach([&](CalendarItem &item) {
+            if (item.recurring.isEmpty() || item.attempts.areUp())
+                return;
+            if (isKnown(item))
+                count(item);
+            else
+                unknown.append(&item);
+        });
+        std::ranges::stable_sort(
+            unknown, {}, [](const CalendarItem *item) { return item->attempts.begun; });
+        QList<CalendarItem *> usual;
+        qint64 longest = 0;
+        for (CalendarItem *const item : std::as_const(unknown)) {
+            if (!isUsual(*item))
+                continue;
+            usual.append(item);
+            longest = std::max(longest, item->length.value_or(0));
+        }
+        ask(usual, startsIn(m_span, longest).rounded(kGrid));
+        // The rest, each for what is asked now alone.
+        for (CalendarItem *const item : std::as_const(unknown)) {
+            if (!isUsual(*item) && !isKnown(*item))
+                ask({item}, ownTimes(*item));
+        }
     }
-}
+
+private:
+    /// Whether it can be asked for together with others, over more than is needed.
+    [[nodiscard]] static bool isUsual(const CalendarItem &item)
+    {
+        return !item.isFrequent && item.length.value_or(0) <= kGrid;
+    }
+    [[nodiscard]] Times ownTimes(const CalendarItem &item) const
+    {
+        return startsIn(m_span, item.length.value_or(0)).rounded(kDay);
+    }
+    [[nodiscard]] bool isKnown(const CalendarItem &item) const
+    {
+        const Times own = startsIn(m_span, item.length.value_or(0));
+        return item.knownFrom <= own.from && own.to <= item.knownTo;
+    }
+
+    void ask(const QList<CalendarItem *> &items, const Times &times)
+    {
+        const QList<AgendaParser::Reading> readings = m_parser.read(
+            {
+                .task = AgendaProtocol::Task::occurrences,
+                .earliest = times.from,
+                .latest = times.to,
+                .documents = items.size(),
+                .text = [&items](qsizetype i) { return items[i]->recurring; },
+            },
+            m_deadline);
+        for (qsizetype i = 0; i < items.size(); ++i)
+            take(*items[i], readings[i], times);
+    }
+
+    void take(CalendarItem &item, const AgendaParser::Reading &reading, const Times &times)
+    {
+        item.attempts.count(reading.outcome);
+        const bool isRead = reading.outcome == AgendaParser::Reading::Outcome::read;
+        // Where nothing is told, its recurrence is beyond the parser.
+        if (item.attempts.areUp() || (isRead && reading.records.isEmpty()))
+            item.starts = {item.firstStart};
+        if (!isRead)
+            return;
+        const QStringList fields = reading.records.value(0);
+        if (isUsual(item) && fields.value(0) == "more"_L1) {
+            item.isFrequent = true;
+            return;
+        }
+        item.knownFrom = times.from;
+        item.knownTo = times.to;
+        if (fields.isEmpty())
+            return;
+        item.starts.clear();
+        for (const QString &start : fields.sliced(1))
+            item.starts.append(start.toLongLong());
+        if (count(item) > kMostStarts)
+            item.starts.clear();
+    }
+
+    /// The starts so far of events that have many; those must not fill the memory.
+    qsizetype count(const CalendarItem &item)
+    {
+        if (item.starts.size() <= kFewStarts)
+            return 0;
+        m_starts += item.starts.size();
+        return m_starts;
+    }
+
+    AgendaParser &m_parser;
+    DateRange m_span;
+    QDeadlineTimer m_deadline;
+    qsizetype m_starts = 0;
+};
 
 /// The occurrences that lie in a span.
 class Occurrences
@@ -154,14 +237,14 @@ QList<StoredEvent> DesktopEventStore::eventsIn(const DateRange &span) const
         const QDeadlineTimer deadline(m_time);
         const QList<StoreDocument> found = find(QDeadlineTimer(partOf(m_time, kFinding)));
         documents.update(parser, AgendaProtocol::Task::events, found, deadline);
-        findStarts(documents, parser, span, deadline);
+        StartFinder(parser, span, deadline).find(documents);
         documents.forEach([&](const CalendarItem &item) { occurrences.add(item); });
     };
     read(m_evolution, [&](const QDeadlineTimer &deadline) {
         return EvolutionDataServer(m_folders).calendars(span, deadline);
     });
-    read(m_files, [&](const QDeadlineTimer &) {
-        return collectionFiles(calendarFolders(m_folders), ".ics");
+    read(m_files, [&](const QDeadlineTimer &deadline) {
+        return collectionFiles(calendarFolders(m_folders), ".ics", deadline);
     });
     read(m_thunderbird, [&](const QDeadlineTimer &deadline) {
         return calendarDocuments(thunderbirdCalendars(m_folders), m_folders.cache, deadline);

@@ -6,6 +6,7 @@
 
 #include <QHash>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -32,7 +33,7 @@ class StoreDocuments
 {
 public:
     /// Reads those that are new or have changed, until the deadline, and forgets those that are not
-    /// there any more. What there is no time for is read the next time.
+    /// there any more. What there is no time for is read the next time, what took long then last.
     void update(AgendaParser &parser,
                 AgendaProtocol::Task task,
                 const QList<StoreDocument> &documents,
@@ -55,6 +56,9 @@ public:
         for (qsizetype i = 0; i < documents.size(); ++i)
             m_places.insert(documents[i].name, static_cast<std::size_t>(i));
 
+        std::ranges::stable_sort(unread, {}, [this](qsizetype i) {
+            return m_entries[static_cast<std::size_t>(i)].attempts.begun;
+        });
         const auto text = [&](qsizetype i) { return documents[unread[i]].text(); };
         const QList<AgendaParser::Reading> readings =
             parser.read({.task = task, .documents = unread.size(), .text = text}, deadline);
@@ -73,20 +77,17 @@ public:
     }
 
 private:
-    static constexpr int kMostAttempts = 3;
-
     struct Entry
     {
         QByteArray state{};
         bool isRead = false;
-        int attempts = 0; ///< that took too long
+        AgendaParser::Attempts attempts{};
         std::vector<Item> items{};
 
         void take(const AgendaParser::Reading &reading)
         {
-            using Outcome = AgendaParser::Reading::Outcome;
-            attempts += reading.outcome == Outcome::late ? 1 : 0;
-            isRead = reading.outcome == Outcome::read || attempts >= kMostAttempts;
+            attempts.count(reading.outcome);
+            isRead = reading.outcome == AgendaParser::Reading::Outcome::read || attempts.areUp();
             for (const QStringList &record : reading.records) {
                 if (std::optional<Item> item = Item::fromRecord(record); isRead && item)
                     items.push_back(std::move(*item));

@@ -42,7 +42,8 @@ bool isUndisturbed(const QList<StoreFileState> &before, const QList<StoreFileSta
 }
 
 /// Copies what the file had when its state was taken.
-bool copyFile(const StoreFileState &file, const QString &copy, const std::stop_token &stop)
+template <typename IsOver>
+bool copyFile(const StoreFileState &file, const QString &copy, const IsOver &isOver)
 {
     struct stat facts = {};
     const FileDescriptor from = openStoreFile(file.path, facts);
@@ -50,7 +51,7 @@ bool copyFile(const StoreFileState &file, const QString &copy, const std::stop_t
                                    O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
                                    S_IRUSR | S_IWUSR));
     qint64 left = file.size;
-    while (from && to && left > 0 && !stop.stop_requested()) {
+    while (from && to && left > 0 && !isOver()) {
         const auto piece = static_cast<std::size_t>(std::min(left, kPiece));
         const ssize_t size = ::sendfile(to.get(), from.get(), nullptr, piece);
         if (size <= 0)
@@ -60,11 +61,12 @@ bool copyFile(const StoreFileState &file, const QString &copy, const std::stop_t
     return from && to && left == 0;
 }
 
-bool copyFiles(const QList<StoreFileState> &files, const QString &copy, const std::stop_token &stop)
+template <typename IsOver>
+bool copyFiles(const QList<StoreFileState> &files, const QString &copy, const IsOver &isOver)
 {
     const QString original = files.first().path;
     for (const StoreFileState &file : files) {
-        if (file.exists && !copyFile(file, copy + file.path.sliced(original.size()), stop))
+        if (file.exists && !copyFile(file, copy + file.path.sliced(original.size()), isOver))
             return false;
     }
     return true;
@@ -129,12 +131,15 @@ std::optional<QByteArray> readStoreFile(const QString &path, qint64 most)
     return file.read(most);
 }
 
-SQLiteDatabase
-openDatabaseCopy(const QString &path, const QString &cacheFolder, const std::stop_token &stop)
+SQLiteDatabase openDatabaseCopy(const QString &path,
+                                const QString &cacheFolder,
+                                const std::stop_token &stop,
+                                QDeadlineTimer deadline)
 {
+    const auto isOver = [&] { return stop.stop_requested() || deadline.hasExpired(); };
     makePrivateFolder(cacheFolder);
     removeAbandonedCopies(cacheFolder);
-    for (int attempt = 0; attempt < kAttempts && !stop.stop_requested(); ++attempt) {
+    for (int attempt = 0; attempt < kAttempts && !isOver(); ++attempt) {
         const QList<StoreFileState> before = databaseState(path);
         if (!before[0].exists || before[0].size + before[1].size > kLargestDatabase)
             break;
@@ -145,9 +150,11 @@ openDatabaseCopy(const QString &path, const QString &cacheFolder, const std::sto
         const FileDescriptor held = inUse(folder.path());
         const QString copy = folder.path() + "/copy"_L1;
         // Else the store was written or closed meanwhile, or another took the folder for abandoned.
-        if (!held || !copyFiles(before, copy, stop) || !isUndisturbed(before, databaseState(path)))
+        if (!held || !copyFiles(before, copy, isOver)
+            || !isUndisturbed(before, databaseState(path)))
             continue;
         SQLiteDatabase database(copy, stop);
+        database.setDeadline(deadline);
         // SQLite has its files open from here on, and the folder goes.
         if (database.isReadable())
             return database;
@@ -158,18 +165,20 @@ openDatabaseCopy(const QString &path, const QString &cacheFolder, const std::sto
 
 void readDatabase(const QString &path,
                   const QString &cacheFolder,
-                  const std::function<void(SQLiteDatabase &database)> &read)
+                  const std::function<void(SQLiteDatabase &database)> &read,
+                  QDeadlineTimer deadline)
 {
     const QList<StoreFileState> before = databaseState(path);
     if (!before[0].exists)
         return;
     if (before[1].size == 0 && before[2].size == 0) {
         SQLiteDatabase original = SQLiteDatabase::inPlace(path, {});
+        original.setDeadline(deadline);
         read(original);
         if (databaseState(path) == before)
             return;
     }
-    SQLiteDatabase copy = openDatabaseCopy(path, cacheFolder, {});
+    SQLiteDatabase copy = openDatabaseCopy(path, cacheFolder, {}, deadline);
     read(copy);
 }
 

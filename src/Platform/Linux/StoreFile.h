@@ -37,15 +37,20 @@ struct StoreFileState
 /// Opens a private copy of a database and its logs, which a running program may have locked: the
 /// original is neither locked nor written. The copy is made in `cacheFolder` and has no name any
 /// more once it is open; what a program that died before left there is removed first. Not readable
-/// where it cannot be copied, or not before a stop.
+/// where it cannot be copied, or not before a stop or the deadline.
 [[nodiscard]] SQLiteDatabase
-openDatabaseCopy(const QString &path, const QString &cacheFolder, const std::stop_token &stop);
+openDatabaseCopy(const QString &path,
+                 const QString &cacheFolder,
+                 const std::stop_token &stop,
+                 QDeadlineTimer deadline = QDeadlineTimer(QDeadlineTimer::Forever));
 
 /// Hands a database to `read`: where it lies, if its writer has left nothing in a log beside it,
 /// else as openDatabaseCopy() gives it. When it was written while it was read where it lies, a copy
-/// is handed to a second call, which alone counts. No call where there is no such file.
+/// is handed to a second call, which alone counts. No call where there is no such file. At the
+/// deadline, copying and reading fail.
 void readDatabase(const QString &path,
                   const QString &cacheFolder,
-                  const std::function<void(SQLiteDatabase &database)> &read);
+                  const std::function<void(SQLiteDatabase &database)> &read,
+                  QDeadlineTimer deadline = QDeadlineTimer(QDeadlineTimer::Forever));
 
 } // namespace dugwise

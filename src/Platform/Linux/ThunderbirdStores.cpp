@@ -237,12 +237,14 @@ QList<StoreDocument> documents(const QStringList &paths,
     QList<StoreDocument> found;
     for (const QString &path : paths) {
         const auto text = [=]() -> std::optional<QByteArray> {
-            QByteArray made;
-            readDatabase(path, cacheFolder, [&](SQLiteDatabase &database) {
-                database.setDeadline(deadline);
-                made = makeText(database);
-            });
-            return deadline.hasExpired() ? std::nullopt : std::optional(made);
+            std::optional<QByteArray> made;
+            const auto read = [&](SQLiteDatabase &database) {
+                // What is no database holds nothing; any other may be read the next time.
+                const bool isThere = database.isReadable() || database.isDamaged();
+                made = isThere ? std::optional(makeText(database)) : std::nullopt;
+            };
+            readDatabase(path, cacheFolder, read, deadline);
+            return deadline.hasExpired() ? std::nullopt : made;
         };
         found.append({.name = path, .state = stateText(path), .text = text});
     }

@@ -225,6 +225,21 @@ private Q_SLOTS:
                        + vevent("DTSTART:20260310T140000Z", "Good")));
         m_store.emplace(m_home->platform.folders, QStringLiteral(DUGWISE_AGENDA));
         QVERIFY(find().contains(u"2026-03-10 14:00 Good"_s));
+
+        // Harmless ones since the year 1, one after the other.
+        const QByteArray rules = QByteArray("RRULE:FREQ=YEARLY;BYDAY=MO,TU,WE,TH,FR,SA,SU;"
+                                            "BYHOUR=1,2\r\n")
+                                     .repeated(15);
+        write(u"a.ics"_s,
+              calendar(QByteArray(kZone)
+                           .replace("DTSTART:1970", "DTSTART:0001")
+                           .replace("RRULE:FREQ=YEARLY;BYMONTH=10;BYDAY=-1SU\r\n", rules)
+                       + vevent("DTSTART;TZID=Island:20260310T090000", "Odd")
+                       + vevent("DTSTART:20260310T150000Z", "Better")));
+        QStringList found;
+        for (int request = 0; request < 10 && found.isEmpty(); ++request)
+            found = find().filter(u"Better"_s);
+        QCOMPARE(found, QStringList{u"2026-03-10 15:00 Better"_s});
     }
 
     void findsOccurrences_data()
@@ -460,6 +475,71 @@ private Q_SLOTS:
         QVERIFY(found.contains(u"2026-03-02 00:00 Daily"_s));
         QVERIFY(found.contains(u"2026-03-03 00:00 Daily"_s));
         QVERIFY(found.size() < 20'000);
+    }
+
+    void whatTakesLongComesLast()
+    {
+        constexpr int kEndless = 20;
+        QByteArray events;
+        for (int i = 0; i < kEndless; ++i)
+            events += vevent("DTSTART:20260301T000000Z "
+                             "RRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30");
+        events += vevent("DTSTART:20260302T000000Z RRULE:FREQ=DAILY;COUNT=2", "Daily");
+        write(u"a.ics"_s, calendar(events));
+        m_store.emplace(m_home->platform.folders,
+                        QStringLiteral(DUGWISE_AGENDA),
+                        std::chrono::milliseconds(500));
+        QStringList found;
+        for (int request = 0; request < kEndless && found.isEmpty(); ++request)
+            found = find().filter(u"03-03 00:00 Daily"_s);
+        QCOMPARE(found.size(), 1);
+    }
+
+    void findsTheLastOfManyOccurrences()
+    {
+        write(u"a.ics"_s, calendar(vevent("DTSTART:20250101T000000Z RRULE:FREQ=HOURLY", "Hourly")));
+        QCOMPARE(find(u"2026-01-01"_s, u"2026-07-01"_s).size(), 181 * 24 + 1);
+        write(u"b.ics"_s,
+              calendar(
+                  vevent("DTSTART;VALUE=DATE:20200101 DURATION:P3000D RRULE:FREQ=YEARLY", "Long")));
+        QCOMPARE(find(u"2026-09-01"_s, u"2026-09-02"_s).filter(u"Hourly"_s).size(), 25);
+        QCOMPARE(find(u"2026-09-01"_s, u"2026-09-02"_s).filter(u"Long"_s).size(), 7);
+    }
+
+    void manyOccurrencesDoNotFillTheMemory()
+    {
+        write(u"a.ics"_s,
+              calendar(vevent("DTSTART:20250101T000000Z RRULE:FREQ=HOURLY", "Hourly").repeated(100)
+                       + vevent("DTSTART:20260105T000000Z RRULE:FREQ=WEEKLY", "Weekly")));
+        const QStringList found = find(u"2026-01-01"_s, u"2026-07-01"_s);
+        QVERIFY(found.size() > 100'000);
+        QVERIFY(found.size() < 250'000);
+        QCOMPARE(found.filter(u"Weekly"_s).size(), 26);
+    }
+
+    void keepsTheFirstOfWhatItsParserDiesOver()
+    {
+        // libical 3.0.16 does; others find more.
+        write(u"a.ics"_s,
+              calendar(vevent("DTSTART:20260218T080000Z RRULE:FREQ=YEARLY;INTERVAL=3;BYWEEKNO=53",
+                              "Rare")
+                       + vevent("DTSTART:20260319T080000Z RRULE:FREQ=DAILY;COUNT=1", "Other")));
+        QCOMPARE(find().first(2),
+                 (QStringList{u"2026-02-18 08:00 Rare"_s, u"2026-03-19 08:00 Other"_s}));
+    }
+
+    void readsLaterWhatCouldNotBeCopied()
+    {
+        const QString profile = m_home->path(u".thunderbird/x.default"_s);
+        QVERIFY(QDir().mkpath(profile));
+        SampleThunderbirdCalendar thunderbird(profile);
+        thunderbird.add({.id = u"1"_s, .title = u"T"_s, .start = at(u"2026-05-01T09:00:00Z"_s)});
+        const QString cache = m_home->platform.folders.cache;
+        QDir(cache).removeRecursively();
+        writeFile(cache, "no folder");
+        QCOMPARE(find(), QStringList());
+        QVERIFY(QFile::remove(cache));
+        QCOMPARE(find(), QStringList{u"2026-05-01 09:00 T"_s});
     }
 
     void readsThunderbird()
