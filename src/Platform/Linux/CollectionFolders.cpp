@@ -14,6 +14,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <glob.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -50,12 +51,40 @@ QString expanded(QString path, const QString &home)
     return path;
 }
 
+/// A value without its quotes, or without the comment behind it.
+QByteArray unquoted(const QByteArray &value)
+{
+    if (value.startsWith('"') || value.startsWith('\'')) {
+        const qsizetype end = value.indexOf(value.front(), 1);
+        return end < 0 ? value : value.sliced(1, end - 1);
+    }
+    const qsizetype comment = value.indexOf('#');
+    const bool isComment = comment > 0 && (value[comment - 1] == ' ' || value[comment - 1] == '\t');
+    return isComment ? value.first(comment).trimmed() : value;
+}
+
+/// The folders that a path with wild cards stands for; a path without them as it is.
+QStringList matching(const QString &path)
+{
+    if (!path.contains(u'*') && !path.contains(u'?'))
+        return {path};
+    glob_t found = {};
+    QStringList paths;
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): but for users' names and GLOB_ALTDIRFUNC it is safe
+    if (::glob(QFile::encodeName(path).constData(), GLOB_ONLYDIR | GLOB_NOESCAPE, nullptr, &found)
+        == 0) {
+        for (std::size_t i = 0; i < found.gl_pathc; ++i)
+            paths.append(QFile::decodeName(found.gl_pathv[i]));
+    }
+    ::globfree(&found);
+    return paths;
+}
+
 /// The paths in a section of khal's or khard's configuration (ConfigObj): "path = ..." below
-/// "[[...]]" below "[section]". Of one with wild cards, the folder in which they begin.
+/// "[[...]]" below "[section]". Of one with wild cards, what they stand for.
 QStringList
 configuredFolders(const QString &configuration, QByteArrayView section, const QString &home)
 {
-    static const QRegularExpression kWildCard(u"/[^/]*[*?].*"_s);
     QStringList paths;
     bool isInSection = false;
     const auto text = readStoreFile(configuration, kLargestConfiguration).value_or(QByteArray());
@@ -66,13 +95,10 @@ configuredFolders(const QString &configuration, QByteArrayView section, const QS
         const qsizetype equals = line.indexOf('=');
         if (!isInSection || equals < 0 || line.first(equals).trimmed() != "path")
             continue;
-        QByteArray value = line.sliced(equals + 1).trimmed();
-        if (value.size() >= 2 && (value.startsWith('"') || value.startsWith('\''))
-            && value.endsWith(value.front()))
-            value = value.sliced(1, value.size() - 2);
-        const QString path = expanded(toQString(view(value)), home).remove(kWildCard);
+        const QByteArray value = unquoted(line.sliced(equals + 1).trimmed());
+        const QString path = expanded(toQString(view(value)), home);
         if (path.startsWith(u'/'))
-            paths.append(path);
+            paths += matching(path);
     }
     return paths;
 }
