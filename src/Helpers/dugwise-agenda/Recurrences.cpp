@@ -118,6 +118,17 @@ std::vector<Moment> moments(const ContentLine &line, const Moment &start, const 
     return found;
 }
 
+std::vector<std::int64_t>
+without(const Starts &exceptions, const std::set<int> &exceptDays, const Starts &starts)
+{
+    std::vector<std::int64_t> left;
+    for (const auto &[seconds, day] : starts) {
+        if (!exceptions.contains(seconds) && !exceptDays.contains(day))
+            left.push_back(seconds);
+    }
+    return left;
+}
+
 } // namespace
 
 Occurrences occurrences(const std::string &startLine,
@@ -160,10 +171,7 @@ Occurrences occurrences(const std::string &startLine,
         }
     }
     found.areAll &= starts.size() < kMost && exceptions.size() < kMost;
-    for (const auto &[seconds, day] : starts) {
-        if (!exceptions.contains(seconds) && !exceptDays.contains(day))
-            found.starts.push_back(seconds);
-    }
+    found.starts = without(exceptions, exceptDays, starts);
     return found;
 }
 
