@@ -22,6 +22,8 @@ namespace {
 
 /// Characters of a text that are kept as they are.
 constexpr std::size_t kBeginning = 300;
+/// Removals between commits; each takes a fraction of a millisecond.
+constexpr qint64 kMostRemoved = 4096;
 
 // item: all that is in the folders, also what could not be read, which has no message.
 // identity: of the Message-ID, 0 for none. name: of the file below the folder.
@@ -53,6 +55,12 @@ void bindKey(SQLiteStatement &statement, int parameter, const MailIndexWriter::K
         statement.bind(parameter, view(std::get<QByteArray>(key)));
 }
 
+QByteArray bytesOf(const SQLiteStatement &row, int column)
+{
+    const std::string_view text = row.bytes(column);
+    return {text.data(), static_cast<qsizetype>(text.size())};
+}
+
 qint64 secondOf(const MailIndexWriter::NewMessage &message)
 {
     const qint64 date = message.mail->date.value_or(0);
@@ -61,9 +69,10 @@ qint64 secondOf(const MailIndexWriter::NewMessage &message)
 
 } // namespace
 
-MailIndexWriter::MailIndexWriter(const QString &folder)
+MailIndexWriter::MailIndexWriter(const QString &folder, std::stop_token stop)
     : m_folder(folder)
     , m_path(MailIndex::path(folder))
+    , m_stop(std::move(stop))
 {
     makePrivateFolder(folder);
     const bool isMarked = MailIndex::takeDamageMark(folder);
@@ -135,6 +144,21 @@ QSet<qint64> MailIndexWriter::keys(qint64 folder)
     return keys;
 }
 
+QList<MailIndexWriter::Key> MailIndexWriter::allKeys(qint64 folder)
+{
+    QList<Key> keys;
+    SQLiteStatement rows =
+        m_database.prepare("SELECT key, typeof(key) = 'integer' FROM item WHERE folder = ?");
+    rows.bind(1, folder);
+    while (rows.step()) {
+        if (rows.integer(1) != 0)
+            keys.append(rows.integer(0));
+        else
+            keys.append(bytesOf(rows, 0));
+    }
+    return keys;
+}
+
 QHash<QByteArray, QByteArray> MailIndexWriter::names(qint64 folder)
 {
     QHash<QByteArray, QByteArray> names;
@@ -142,12 +166,8 @@ QHash<QByteArray, QByteArray> MailIndexWriter::names(qint64 folder)
         "SELECT i.key, m.name FROM item i LEFT JOIN message m ON m.id = i.message "
         "WHERE i.folder = ?");
     rows.bind(1, folder);
-    const auto bytes = [&](int column) {
-        const std::string_view text = rows.bytes(column);
-        return QByteArray(text.data(), static_cast<qsizetype>(text.size()));
-    };
     while (rows.step())
-        names.insert(bytes(0), bytes(1));
+        names.insert(bytesOf(rows, 0), bytesOf(rows, 1));
     return names;
 }
 
@@ -234,16 +254,17 @@ void MailIndexWriter::remove(qint64 folder, const Key &key)
     m_deleteItem.bind(1, folder);
     bindKey(m_deleteItem, 2, key);
     check(m_deleteItem.run());
-    if (message != 0)
-        removeMessage(message);
-}
-
-void MailIndexWriter::removeMessage(qint64 id)
-{
-    m_deleteMessage.bind(1, id);
-    check(m_deleteMessage.run());
-    m_deleteWords.bind(1, id);
-    check(m_deleteWords.run());
+    if (message != 0) {
+        m_deleteMessage.bind(1, message);
+        check(m_deleteMessage.run());
+        m_deleteWords.bind(1, message);
+        check(m_deleteWords.run());
+    }
+    if (++m_removed % kMostRemoved == 0) {
+        save({.id = folder});
+        commit();
+        begin();
+    }
 }
 
 void MailIndexWriter::rename(qint64 folder, const Key &key, const QByteArray &name)
@@ -275,22 +296,11 @@ void MailIndexWriter::save(const Folder &folder)
 
 void MailIndexWriter::removeFolder(qint64 folder)
 {
-    SQLiteStatement rows =
-        m_database.prepare("SELECT message FROM item WHERE folder = ? AND message IS NOT NULL");
-    rows.bind(1, folder);
-    QList<qint64> messages;
-    while (rows.step())
-        messages.append(rows.integer(0));
-    for (const qint64 message : std::as_const(messages)) {
-        if (!m_hasFailed)
-            removeMessage(message);
-    }
-    for (const char *sql :
-         {"DELETE FROM item WHERE folder = ?", "DELETE FROM folder WHERE id = ?"}) {
-        SQLiteStatement remove = m_database.prepare(sql);
-        remove.bind(1, folder);
-        check(remove.run());
-    }
+    if (m_hasFailed)
+        return;
+    SQLiteStatement remove = m_database.prepare("DELETE FROM folder WHERE id = ?");
+    remove.bind(1, folder);
+    check(remove.run());
 }
 
 void MailIndexWriter::setProgress(qint64 done, qint64 total)
@@ -310,7 +320,7 @@ bool MailIndexWriter::isOpenAndOfThisVersion()
 {
     if (!QFileInfo::exists(m_path))
         return false;
-    m_database = SQLiteDatabase::own(m_path);
+    m_database = SQLiteDatabase::own(m_path, m_stop);
     SQLiteStatement version = m_database.prepare("PRAGMA user_version");
     if (!version.step() || version.integer(0) != MailIndex::kVersion)
         return false;
@@ -323,7 +333,7 @@ void MailIndexWriter::make()
     m_database = {};
     for (const auto end : {""_L1, "-wal"_L1, "-shm"_L1})
         QFile::remove(m_path + end);
-    m_database = SQLiteDatabase::own(m_path);
+    m_database = SQLiteDatabase::own(m_path, m_stop);
     check(m_database.run("PRAGMA synchronous = OFF; PRAGMA journal_mode = WAL; BEGIN"));
     check(m_database.run(kTables));
     const QByteArray version = "PRAGMA user_version = " + QByteArray::number(MailIndex::kVersion);
@@ -333,7 +343,7 @@ void MailIndexWriter::make()
 
 void MailIndexWriter::check(bool isDone)
 {
-    m_hasFailed = m_hasFailed || !isDone;
+    m_hasFailed = m_hasFailed || !isDone || m_stop.stop_requested();
 }
 
 } // namespace dugwise

@@ -13,13 +13,14 @@
 #include <QString>
 
 #include <optional>
+#include <stop_token>
 #include <variant>
 
 namespace dugwise {
 
 /// Writes the index that MailIndex reads, one folder of messages at a time. Only one process may
 /// have one at a time, for which its user holds a lock. Whatever fails is told by hasFailed(), and
-/// what is done after that does nothing.
+/// what is done after that does nothing. What has not been committed is undone with it.
 class MailIndexWriter
 {
 public:
@@ -45,8 +46,9 @@ public:
         std::optional<ParsedMail> mail;
     };
 
-    /// Opens the index in `folder`, made anew when it is of another version or damaged.
-    explicit MailIndexWriter(const QString &folder);
+    /// Opens the index in `folder`, made anew when it is of another version or damaged. A stop is a
+    /// failure, whatever is under way.
+    explicit MailIndexWriter(const QString &folder, std::stop_token stop = {});
 
     [[nodiscard]] bool hasFailed() const { return m_hasFailed; }
     /// Whether it failed because the index is damaged.
@@ -59,6 +61,8 @@ public:
     /// The folder's record, made where there is none.
     [[nodiscard]] Folder folder(const QString &path);
     [[nodiscard]] QSet<qint64> keys(qint64 folder);
+    /// Those of a folder of either kind.
+    [[nodiscard]] QList<Key> allKeys(qint64 folder);
     /// The names of files by their keys; empty for those that could not be read.
     [[nodiscard]] QHash<QByteArray, QByteArray> names(qint64 folder);
 
@@ -66,24 +70,27 @@ public:
     void commit();
 
     void add(QList<NewMessage> messages);
+    /// Many are committed some thousands at a time; until the folder is saved again it then counts
+    /// as one that has not been read.
     void remove(qint64 folder, const Key &key);
     void rename(qint64 folder, const Key &key, const QByteArray &name);
     void save(const Folder &folder);
-    /// With all that is in it.
+    /// One that has no items any more.
     void removeFolder(qint64 folder);
     /// Bytes that have been read of those that are new; none of either when all have been.
     void setProgress(qint64 done, qint64 total);
 
 private:
     void insert(qint64 id, const NewMessage &message);
-    void removeMessage(qint64 id);
     [[nodiscard]] bool isOpenAndOfThisVersion();
     void make();
     void check(bool isDone);
 
     QString m_folder;
     QString m_path;
+    std::stop_token m_stop;
     SQLiteDatabase m_database;
+    qint64 m_removed = 0;
     bool m_hasFailed = false;
     // Of m_database, and gone before it.
     SQLiteStatement m_insertMessage, m_insertWords, m_insertItem, m_lastNumber;

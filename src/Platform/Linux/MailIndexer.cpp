@@ -78,17 +78,19 @@ void MailIndexer::run(const std::stop_token &stop,
             current.set_value();
         setPolicy(0, SCHED_IDLE);
     };
-    const bool isDone = !haste.stop_requested() && pass(haste.get_token(), onCurrent);
+    const bool isDone = !haste.stop_requested() && pass(haste.get_token(), stop, onCurrent);
     setPolicy(0, SCHED_IDLE);
     if (!isDone && !stop.stop_requested()) [[maybe_unused]]
-        const bool isWhole = pass(stop, onCurrent);
+        const bool isWhole = pass(stop, stop, onCurrent);
     if (!isCurrent)
         current.set_value();
     m_isRunning = false;
 }
 
-/// False when it was stopped.
-bool MailIndexer::pass(const std::stop_token &stop, const std::function<void()> &onCurrent) const
+/// False when it was stopped; what has been read is written then, unless it is to `quit`.
+bool MailIndexer::pass(const std::stop_token &stop,
+                       const std::stop_token &quit,
+                       const std::function<void()> &onCurrent) const
 {
     QList<MailFolder> folders;
     for (const MailStore &store : mailStores(m_folders))
@@ -102,7 +104,7 @@ bool MailIndexer::pass(const std::stop_token &stop, const std::function<void()> 
     MailParser parser(m_program);
     // A damaged index is made anew, once.
     for (int attempt = 0; attempt < 2 && !stop.stop_requested(); ++attempt) {
-        MailIndexWriter index(m_folders.cache);
+        MailIndexWriter index(m_folders.cache, quit);
         MailUpdate(index, parser, stop).run(folders, onCurrent);
         if (!index.isDamaged())
             break;

@@ -39,6 +39,7 @@ public:
 private:
     void run(const std::stop_token &stop, std::stop_source haste, std::promise<void> current);
     [[nodiscard]] bool pass(const std::stop_token &stop,
+                            const std::stop_token &quit,
                             const std::function<void()> &onCurrent) const;
 
     StandardFolders m_folders;

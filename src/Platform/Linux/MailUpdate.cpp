@@ -140,9 +140,6 @@ MailUpdate::MailUpdate(MailIndexWriter &index, MailParser &parser, std::stop_tok
 
 void MailUpdate::run(const QList<MailFolder> &folders, const std::function<void()> &onCurrent)
 {
-    const auto isToEnd = [this] {
-        return m_isStopped || m_stop.stop_requested() || m_index.hasFailed();
-    };
     QList<Work> urgent = findWork(folders);
     urgent.removeIf([](const Work &work) { return !work.isUrgent; });
     for (const Work &work : std::as_const(urgent))
@@ -165,6 +162,11 @@ void MailUpdate::run(const QList<MailFolder> &folders, const std::function<void(
     }
 }
 
+bool MailUpdate::isToEnd() const
+{
+    return m_isStopped || m_stop.stop_requested() || m_index.hasFailed();
+}
+
 /// What is to be done for the folders; those that are not there any more are forgotten at once.
 QList<MailUpdate::Work> MailUpdate::findWork(const QList<MailFolder> &folders)
 {
@@ -181,6 +183,11 @@ QList<MailUpdate::Work> MailUpdate::findWork(const QList<MailFolder> &folders)
     }
     for (const MailIndexWriter::Folder &gone : std::as_const(known)) {
         m_index.begin();
+        for (const MailIndexWriter::Key &key : m_index.allKeys(gone.id)) {
+            if (isToEnd())
+                return {};
+            m_index.remove(gone.id, key);
+        }
         m_index.removeFolder(gone.id);
         m_index.commit();
     }
@@ -239,7 +246,7 @@ void MailUpdate::readMbox(const Work &work)
         now.tail = message->start;
         now.tailKey = key;
         m_done += message->size;
-        if (m_stop.stop_requested() || m_isStopped || m_index.hasFailed())
+        if (isToEnd())
             break;
         if (message->isExpunged)
             continue;
@@ -250,13 +257,16 @@ void MailUpdate::readMbox(const Work &work)
         add({.folder = now.id, .key = key}, std::move(message->bytes));
     }
     flush();
-    if (m_stop.stop_requested() || m_isStopped)
+    if (isToEnd())
         return;
     now.state = work.state;
     now.size = reader.position();
     m_index.begin();
-    for (const qint64 key : std::as_const(gone))
+    for (const qint64 key : std::as_const(gone)) {
+        if (isToEnd())
+            return;
         m_index.remove(now.id, key);
+    }
     m_index.save(now);
     m_index.commit();
 }
@@ -270,6 +280,8 @@ void MailUpdate::readMaildir(const Work &work)
     QList<QByteArray> fresh;
     m_index.begin();
     for (auto at = known.cbegin(); at != known.cend(); ++at) {
+        if (isToEnd())
+            return;
         const auto name = names.constFind(at.key());
         if (name == names.cend())
             m_index.remove(now.id, at.key());
@@ -283,7 +295,7 @@ void MailUpdate::readMaildir(const Work &work)
     }
     std::ranges::sort(fresh); // by their time, mostly
     for (const QByteArray &key : std::as_const(fresh)) {
-        if (m_stop.stop_requested() || m_isStopped || m_index.hasFailed())
+        if (isToEnd())
             break;
         const QByteArray name = names.value(key);
         const QByteArray bytes = readMessage(QFile::encodeName(work.folder.path) + '/' + name);
@@ -291,7 +303,7 @@ void MailUpdate::readMaildir(const Work &work)
             add({.folder = now.id, .key = key, .name = name}, bytes);
     }
     flush();
-    if (m_stop.stop_requested() || m_isStopped)
+    if (isToEnd())
         return;
     now.state = work.state;
     m_index.begin();

@@ -38,6 +38,7 @@ private:
     [[nodiscard]] std::optional<Work> workOn(const MailFolder &folder,
                                              const MailIndexWriter::Folder &known) const;
     [[nodiscard]] QList<Work> findWork(const QList<MailFolder> &folders);
+    [[nodiscard]] bool isToEnd() const;
     void carryOut(const Work &work);
     void readMbox(const Work &work);
     void readMaildir(const Work &work);

@@ -179,14 +179,14 @@ SQLiteDatabase SQLiteDatabase::inPlace(const QString &path, std::stop_token stop
     return database;
 }
 
-SQLiteDatabase SQLiteDatabase::own(const QString &path)
+SQLiteDatabase SQLiteDatabase::own(const QString &path, std::stop_token stop)
 {
     const QByteArray name = QFile::encodeName(path);
     // SQLite gives its logs the rights of the database. Closing one that was there before would
     // drop the locks that this process holds on it (https://sqlite.org/howtocorrupt.html).
     const FileDescriptor made(
         ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
-    SQLiteDatabase database(name, SQLITE_OPEN_READWRITE, {});
+    SQLiteDatabase database(name, SQLITE_OPEN_READWRITE, std::move(stop));
     // Whoever is the last to close it has it alone for a moment.
     if (database.m_database)
         sqlite3_busy_timeout(database.m_database.get(), kPatience);

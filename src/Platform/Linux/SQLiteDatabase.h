@@ -69,7 +69,7 @@ public:
     [[nodiscard]] static SQLiteDatabase inPlace(const QString &path, std::stop_token stop);
 
     /// One of our own, to be read and written; made, for its owner only, where there is none.
-    [[nodiscard]] static SQLiteDatabase own(const QString &path);
+    [[nodiscard]] static SQLiteDatabase own(const QString &path, std::stop_token stop = {});
 
     /// Statements fail from then on.
     void setDeadline(QDeadlineTimer deadline);

@@ -4,6 +4,7 @@
 #include "Platform/Linux/DesktopMailQuery.h"
 #include "Platform/Linux/MailFolderNames.h"
 #include "Platform/Linux/MailIndex.h"
+#include "Platform/Linux/MailIndexWriter.h"
 #include "Platform/Linux/MailStores.h"
 #include "support/ChildProcesses.h"
 #include "support/Fingerprint.h"
@@ -465,6 +466,37 @@ private Q_SLOTS:
         QTRY_COMPARE(QCoro::waitFor(m_query->gather({.textOrSubject = u"text"_s}, 20)).size(), 2);
         DesktopMailQuery none(m_home->platform.folders, u"/nonexistent"_s);
         QCOMPARE(QCoro::waitFor(none.gather({}, 20)).size(), 2);
+    }
+
+    void endsInTheMiddleOfRemoving()
+    {
+        QByteArray mbox;
+        for (int i = 0; i < 5000; ++i)
+            mbox += inMbox({.subject = "s" + QByteArray::number(i), .text = "text"});
+        writeFile(inbox(), mbox);
+        age(inbox());
+        update();
+        const QString cache = m_home->platform.folders.cache;
+        {
+            std::stop_source stop;
+            MailIndexWriter index(cache, stop.get_token());
+            const qint64 folder = index.folders().value(inbox()).id;
+            int count = 0;
+            index.begin();
+            for (const MailIndexWriter::Key &key : index.allKeys(folder)) {
+                if (++count == 4500)
+                    stop.request_stop();
+                index.remove(folder, key);
+            }
+            index.commit();
+            QVERIFY(index.hasFailed() && !index.isDamaged());
+        }
+        QCOMPARE(MailIndex(cache).summary().messages, 5000 - 4096); // the others were rolled back
+        update(); // the folder is as it was, and is not taken for known
+        QCOMPARE(MailIndex(cache).summary().messages, 5000);
+        QVERIFY(QFile::remove(inbox()));
+        update();
+        QCOMPARE(MailIndex(cache).summary().messages, 0);
     }
 
     void endsInTheMiddle()
