@@ -13,7 +13,7 @@
 #include <QFileInfo>
 #include <QTimer>
 
-#include <sched.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -22,11 +22,13 @@ namespace dugwise {
 
 namespace {
 
-/// A thread that has been made idle, or one that is to end soon.
-void setPolicy(pid_t thread, int policy)
+constexpr int kLowest = 19; // niceness
+
+/// Has this thread, and what it starts, give way to all others. It is not made an idle one: nobody
+/// but the administrator may take that back, and on a busy machine it would hardly come to its end.
+void giveWay()
 {
-    const sched_param priority{.sched_priority = 0};
-    ::sched_setscheduler(thread, policy, &priority);
+    ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), kLowest);
 }
 
 } // namespace
@@ -35,14 +37,6 @@ MailIndexer::MailIndexer(StandardFolders folders, QString program)
     : m_folders(std::move(folders))
     , m_program(std::move(program))
 {}
-
-MailIndexer::~MailIndexer()
-{
-    m_thread.request_stop();
-    // Or it would get to its end only when everybody else is idle.
-    if (m_isRunning)
-        setPolicy(m_threadID, SCHED_OTHER);
-}
 
 std::shared_future<void> MailIndexer::update(bool isAwaited)
 {
@@ -56,7 +50,6 @@ std::shared_future<void> MailIndexer::update(bool isAwaited)
     else
         haste.request_stop();
     m_isRunning = true;
-    m_threadID = 0;
     m_thread = std::jthread(
         [this](const std::stop_token &stop, std::stop_source hasteOver, std::promise<void> done) {
             run(stop, std::move(hasteOver), std::move(done));
@@ -70,16 +63,15 @@ void MailIndexer::run(const std::stop_token &stop,
                       std::stop_source haste,
                       std::promise<void> current)
 {
-    m_threadID = ::gettid();
     const std::stop_callback endHaste(stop, [&haste] { haste.request_stop(); });
     bool isCurrent = false;
     const auto onCurrent = [&] {
         if (!std::exchange(isCurrent, true))
             current.set_value();
-        setPolicy(0, SCHED_IDLE);
+        giveWay();
     };
     const bool isDone = !haste.stop_requested() && pass(haste.get_token(), stop, onCurrent);
-    setPolicy(0, SCHED_IDLE);
+    giveWay();
     if (!isDone && !stop.stop_requested()) [[maybe_unused]]
         const bool isWhole = pass(stop, stop, onCurrent);
     if (!isCurrent)

@@ -17,9 +17,8 @@
 
 namespace dugwise {
 
-/// Keeps the index of mail up to date in a thread of its own, one update at a time, which runs when
-/// the processors have nothing else to do. Of several processes one writes. Belongs to a thread
-/// with an event loop.
+/// Keeps the index of mail up to date in a thread of its own, one update at a time, which gives
+/// way to all others. Of several processes one writes. Belongs to a thread with an event loop.
 class MailIndexer
 {
 public:
@@ -27,7 +26,7 @@ public:
     MailIndexer(StandardFolders folders, QString program);
     Q_DISABLE_COPY_MOVE(MailIndexer)
     /// Ends an update that is under way; the next one goes on where it was.
-    ~MailIndexer();
+    ~MailIndexer() = default;
 
     /// Starts an update, unless one is under way. The future is ready when all that is new has been
     /// read, or will not be: when another process writes, or something fails. One that somebody
@@ -46,7 +45,6 @@ private:
     QString m_program;
     std::shared_future<void> m_current;
     std::atomic<bool> m_isRunning = false;
-    std::atomic<pid_t> m_threadID = 0;
     std::jthread m_thread; ///< gone before all it uses
 };
 
