@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -84,10 +85,18 @@ public:
             add(path, MailFolder::Kind::maildir);
         const std::unique_ptr<DIR, CloseFolder> folder(
             ::opendir(QFile::encodeName(path).constData()));
+        if (!folder && errno != ENOENT)
+            add(path, MailFolder::Kind::unreadable);
         if (!folder || depth > kDeepest)
             return;
-        // NOLINTNEXTLINE(concurrency-mt-unsafe): the stream is this function's own
-        while (const dirent *const entry = ::readdir(folder.get())) {
+        for (;;) {
+            errno = 0;
+            // NOLINTNEXTLINE(concurrency-mt-unsafe): the stream is this function's own
+            const dirent *const entry = ::readdir(folder.get());
+            if (!entry && errno != 0)
+                add(path, MailFolder::Kind::unreadable);
+            if (!entry)
+                return;
             const QString name = QFile::decodeName(entry->d_name);
             if (name == "."_L1 || name == ".."_L1 || isLeftOutMailFolder(name))
                 continue;

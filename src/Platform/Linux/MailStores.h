@@ -13,8 +13,9 @@ namespace dugwise {
 struct MailFolder
 {
     enum class Kind {
-        mbox,    ///< one file, if it is one at all: that is seen when it is read
-        maildir, ///< a folder with cur and mostly new in it, a file for each message
+        mbox,       ///< one file, if it is one at all: that is seen when it is read
+        maildir,    ///< a folder with cur and mostly new in it, a file for each message
+        unreadable, ///< a folder of which it is not known now what is in it
     };
     QString path;
     Kind kind = Kind::mbox;

@@ -14,6 +14,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <ctime>
 #include <memory>
 
@@ -93,15 +94,25 @@ bool hasOnlyGrown(const QByteArray &path, const MailIndexWriter::Folder &known)
 }
 
 /// The names of the messages in a Maildir, below its folder, by the part before the flags, which
-/// stays (https://cr.yp.to/proto/maildir.html).
-QHash<QByteArray, QByteArray> maildirNames(const QString &path)
+/// stays (https://cr.yp.to/proto/maildir.html); absent when some cannot be read.
+std::optional<QHash<QByteArray, QByteArray>> maildirNames(const QString &path)
 {
     QHash<QByteArray, QByteArray> names;
     for (const QByteArray &sub : {QByteArray("new"), QByteArray("cur")}) {
         const std::unique_ptr<DIR, CloseFolder> folder(
             ::opendir((QFile::encodeName(path) + '/' + sub).constData()));
-        // NOLINTNEXTLINE(concurrency-mt-unsafe): the stream is this function's own
-        for (const dirent *entry = nullptr; folder && (entry = ::readdir(folder.get()));) {
+        if (!folder && errno == ENOENT && sub == "new") // Thunderbird has none
+            continue;
+        if (!folder)
+            return std::nullopt;
+        for (;;) {
+            errno = 0;
+            // NOLINTNEXTLINE(concurrency-mt-unsafe): the stream is this function's own
+            const dirent *const entry = ::readdir(folder.get());
+            if (!entry && errno != 0)
+                return std::nullopt;
+            if (!entry)
+                break;
             const QByteArray name(entry->d_name);
             const qsizetype flags = name.indexOf(":2,");
             if (!name.startsWith('.') && entry->d_type != DT_DIR && entry->d_type != DT_LNK)
@@ -181,6 +192,13 @@ QList<MailUpdate::Work> MailUpdate::findWork(const QList<MailFolder> &folders)
         if (work)
             all.append(std::move(*work));
     }
+    for (const MailFolder &folder : folders) {
+        const QString below = folder.path + u'/';
+        if (folder.kind == MailFolder::Kind::unreadable)
+            known.removeIf([&](QHash<QString, MailIndexWriter::Folder>::iterator at) {
+                return at.key().startsWith(below);
+            });
+    }
     for (const MailIndexWriter::Folder &gone : std::as_const(known)) {
         m_index.begin();
         for (const MailIndexWriter::Key &key : m_index.allKeys(gone.id)) {
@@ -198,6 +216,8 @@ std::optional<MailUpdate::Work> MailUpdate::workOn(const MailFolder &folder,
                                                    const MailIndexWriter::Folder &known) const
 {
     Work work{.folder = folder, .known = known};
+    if (folder.kind == MailFolder::Kind::unreadable)
+        return std::nullopt;
     if (folder.kind == MailFolder::Kind::maildir) {
         work.state = maildirState(folder.path);
         if (!work.state.isEmpty() && work.state == known.state)
@@ -257,7 +277,7 @@ void MailUpdate::readMbox(const Work &work)
         add({.folder = now.id, .key = key}, std::move(message->bytes));
     }
     flush();
-    if (isToEnd())
+    if (isToEnd() || reader.hasFailed())
         return;
     now.state = work.state;
     now.size = reader.position();
@@ -273,10 +293,13 @@ void MailUpdate::readMbox(const Work &work)
 
 void MailUpdate::readMaildir(const Work &work)
 {
+    const std::optional<QHash<QByteArray, QByteArray>> listed = maildirNames(work.folder.path);
+    if (!listed)
+        return;
+    const QHash<QByteArray, QByteArray> &names = *listed;
     MailIndexWriter::Folder now =
         work.known.id == 0 ? m_index.folder(work.folder.path) : work.known;
     const QHash<QByteArray, QByteArray> known = m_index.names(now.id);
-    const QHash<QByteArray, QByteArray> names = maildirNames(work.folder.path);
     QList<QByteArray> fresh;
     m_index.begin();
     for (auto at = known.cbegin(); at != known.cend(); ++at) {

@@ -198,7 +198,7 @@ bool MboxReader::takeSeparator()
     return true;
 }
 
-/// Reads the next piece of the file; false at its end.
+/// Reads the next piece of the file; false at its end, or where it cannot be read.
 bool MboxReader::readOn()
 {
     if (m_isAtEnd)
@@ -211,6 +211,7 @@ bool MboxReader::readOn()
         ::pread(m_file.get(), m_buffer.data() + before, static_cast<std::size_t>(most), from);
     m_buffer.resize(before + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     m_isAtEnd = count <= 0;
+    m_hasFailed = count < 0;
     return !m_isAtEnd;
 }
 

@@ -36,10 +36,12 @@ public:
                         qint64 offset = 0,
                         qint64 end = std::numeric_limits<qint64>::max());
 
-    /// Absent behind the last one.
+    /// Absent behind the last one, and where the file cannot be read.
     [[nodiscard]] std::optional<Message> next();
     /// Offset of what comes next.
     [[nodiscard]] qint64 position() const;
+    /// Whether some of the file could not be read; there may be more in it then.
+    [[nodiscard]] bool hasFailed() const { return m_hasFailed; }
 
 private:
     struct Separator
@@ -59,6 +61,7 @@ private:
     qint64 m_offset;        ///< where it begins there
     std::size_t m_next = 0; ///< the first byte in it that is in no message yet
     bool m_isAtEnd = false; ///< there is nothing behind the buffer
+    bool m_hasFailed = false;
 };
 
 } // namespace dugwise

@@ -14,6 +14,8 @@
 #include <QCoroTask>
 #include <QTest>
 
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 namespace dugwise::test {
@@ -373,6 +375,38 @@ private Q_SLOTS:
         QCOMPARE(find(u"text"_s), u"e|a"_s);
         QVERIFY(QDir(folder).removeRecursively());
         QCOMPARE(find(u"text"_s), u""_s);
+    }
+
+    /// What cannot be read now is not taken for gone.
+    void keepsWhatCannotBeRead()
+    {
+        const QString folder = m_home->path(u"Maildir"_s);
+        writeFile(folder + u"/new/1.host"_s, bytesOf({.subject = "a", .text = "text"}));
+        writeFile(folder + u"/cur/2.host:2,S"_s, bytesOf({.subject = "b", .text = "text"}));
+        QCOMPARE(find(u"text"_s), u"b|a"_s);
+        QVERIFY(QFile::rename(folder + u"/new"_s, m_home->path(u"away"_s)));
+        QVERIFY(QFile::link(u"new"_s, folder + u"/new"_s)); // leads to itself
+        QCOMPARE(find(u"text"_s), u"b|a"_s);
+        QVERIFY(QFile::remove(folder + u"/new"_s));
+        QCOMPARE(find(u"text"_s), u"b"_s);
+    }
+
+    void keepsWhatIsInAFolderThatCannotBeRead()
+    {
+        if (::geteuid() == 0)
+            QSKIP("root may read everything");
+        const QString folder = m_home->path(u"Mail/lists"_s);
+        writeFile(folder + u"/one"_s, inMbox({.subject = "a", .text = "text"}));
+        writeFile(folder + u"/sub/two"_s, inMbox({.subject = "b", .text = "text"}));
+        writeFile(m_home->path(u"Mail/lists-too"_s), inMbox({.subject = "c", .text = "text"}));
+        QCOMPARE(find(u"text"_s).split(u'|').size(), 3);
+        QVERIFY(QFile::remove(m_home->path(u"Mail/lists-too"_s)));
+        QVERIFY(QFile::setPermissions(folder, {}));
+        QCOMPARE(find(u"text"_s).split(u'|').size(), 2);
+        QVERIFY(
+            QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        QVERIFY(QFile::remove(folder + u"/one"_s));
+        QCOMPARE(find(u"text"_s), u"b"_s);
     }
 
     /// All that is wrong with some messages leaves the others as they are.

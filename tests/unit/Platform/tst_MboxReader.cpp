@@ -111,6 +111,17 @@ private Q_SLOTS:
         QCOMPARE(messages[1].bytes, "B: 1\n\nb"_ba);
     }
 
+    void tellsFailureFromTheEnd()
+    {
+        MboxReader folder(
+            FileDescriptor(::open(QFile::encodeName(m_folder.path()), O_RDONLY | O_CLOEXEC)));
+        QVERIFY(!folder.next() && folder.hasFailed());
+        const QString path = m_folder.filePath(u"mbox"_s);
+        writeFile(path, "From - x\n\ntext\n");
+        MboxReader whole(FileDescriptor(::open(QFile::encodeName(path), O_RDONLY | O_CLOEXEC)));
+        QVERIFY(whole.next() && !whole.next() && !whole.hasFailed());
+    }
+
     void knowsMessagesAgain()
     {
         const QByteArray text = "\nX-Mozilla-Status: 0009\n\n\n";
