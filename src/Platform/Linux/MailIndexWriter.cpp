@@ -76,7 +76,7 @@ MailIndexWriter::MailIndexWriter(const QString &folder, std::stop_token stop)
 {
     makePrivateFolder(folder);
     const bool isMarked = MailIndex::takeDamageMark(folder);
-    if (isMarked || !isOpenAndOfThisVersion())
+    if (isMarked || mustBeMade())
         make();
     check(m_database.run("PRAGMA synchronous = NORMAL; PRAGMA cache_size = -32768;"
                          "PRAGMA journal_size_limit = 67108864"));
@@ -316,16 +316,22 @@ void MailIndexWriter::setProgress(qint64 done, qint64 total)
     check(insert.run());
 }
 
-bool MailIndexWriter::isOpenAndOfThisVersion()
+/// Opens the index; fails where it cannot be told what it is, as while somebody else has it alone.
+bool MailIndexWriter::mustBeMade()
 {
     if (!QFileInfo::exists(m_path))
-        return false;
+        return true;
     m_database = SQLiteDatabase::own(m_path, m_stop);
     SQLiteStatement version = m_database.prepare("PRAGMA user_version");
-    if (!version.step() || version.integer(0) != MailIndex::kVersion)
-        return false;
+    if (!version.step()) {
+        const bool isDamaged = m_database.isDamaged();
+        check(isDamaged);
+        return isDamaged;
+    }
+    if (version.integer(0) != MailIndex::kVersion)
+        return true;
     SQLiteStatement words = m_database.prepare("SELECT rowid FROM words LIMIT 1");
-    return words.step() || !m_database.isDamaged();
+    return !words.step() && m_database.isDamaged();
 }
 
 void MailIndexWriter::make()

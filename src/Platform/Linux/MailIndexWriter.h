@@ -82,7 +82,7 @@ public:
 
 private:
     void insert(qint64 id, const NewMessage &message);
-    [[nodiscard]] bool isOpenAndOfThisVersion();
+    [[nodiscard]] bool mustBeMade();
     void make();
     void check(bool isDone);
 

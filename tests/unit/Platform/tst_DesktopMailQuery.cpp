@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/FileDescriptor.h"
 #include "Platform/FileLock.h"
 #include "Platform/Linux/DesktopMailQuery.h"
 #include "Platform/Linux/MailFolderNames.h"
@@ -14,6 +15,8 @@
 #include <QCoroTask>
 #include <QTest>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -466,6 +469,27 @@ private Q_SLOTS:
         QTRY_COMPARE(gather({.textOrSubject = u"text"_s}).size(), 20);
         QCOMPARE(QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser),
                  QFile::ReadOwner | QFile::WriteOwner);
+    }
+
+    void keepsAnIndexThatIsInUse()
+    {
+        writeFile(inbox(), inMbox({.subject = "a", .text = "text"}));
+        QCOMPARE(find(u"text"_s), u"a"_s);
+        const QByteArray path = QFile::encodeName(MailIndex::path(m_home->platform.folders.cache));
+        const FileDescriptor file(::open(path.constData(), O_RDWR | O_CLOEXEC));
+        struct stat before = {};
+        QCOMPARE(::fstat(file.get(), &before), 0);
+        struct flock whole = {};
+        whole.l_type = F_WRLCK;
+        QCOMPARE(::fcntl(file.get(), F_OFD_SETLK, &whole), 0);
+        update();
+        struct stat after = {};
+        QCOMPARE(::stat(path.constData(), &after), 0);
+        QCOMPARE(after.st_ino, before.st_ino);
+        whole.l_type = F_UNLCK;
+        QCOMPARE(::fcntl(file.get(), F_OFD_SETLK, &whole), 0);
+        appendFile(inbox(), inMbox({.subject = "b", .text = "text"}));
+        QCOMPARE(find(u"text"_s), u"b|a"_s);
     }
 
     void changesNothing()
