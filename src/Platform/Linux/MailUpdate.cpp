@@ -266,7 +266,7 @@ void MailUpdate::readMbox(const Work &work)
         now.tail = message->start;
         now.tailKey = key;
         m_done += message->size;
-        if (isToEnd())
+        if (isToEnd() || reader.hasFailed()) // or it is cut
             break;
         if (message->isExpunged)
             continue;
