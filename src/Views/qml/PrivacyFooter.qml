@@ -44,6 +44,8 @@ Flow {
         spacing: 5
 
         Symbol {
+            id: networkSymbol
+
             objectName: "footerSymbol"
             anchors.verticalCenter: parent.verticalCenter
             name: root.isOnline ? "wifi" : "wifi.slash"
@@ -51,11 +53,23 @@ Flow {
             color: root.networkColor
         }
         PlainLabel {
+            id: networkText
+
             objectName: "footerText"
             anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(Math.ceil(metrics.advanceWidth) + 1,
+                            root.width - networkSymbol.width - network.spacing)
             text: root.isOnline ? "Online — Zero data transmitted" : "Offline — Fully local"
             color: root.networkColor
             font.pixelSize: Theme.callout
+            wrapMode: Text.Wrap
+
+            TextMetrics {
+                id: metrics
+
+                font: networkText.font
+                text: networkText.text
+            }
         }
     }
 }
