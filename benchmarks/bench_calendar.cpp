@@ -111,7 +111,7 @@ int main(int argc, char *argv[])
     const SampleHome home;
     for (int i = 0; i < count; ++i) {
         const QString name = QString::number(i);
-        writeFile(home.path(QStringLiteral(".calendars/work/%1.ics").arg(name)), event(i));
+        writeFile(home.path(QStringLiteral(".calendars/home/%1.ics").arg(name)), event(i));
         writeFile(home.path(QStringLiteral(".contacts/home/%1.vcf").arg(name)), card(i));
     }
     const QString parser = QStringLiteral(DUGWISE_AGENDA);
@@ -123,7 +123,7 @@ int main(int argc, char *argv[])
     const auto eventsOf = [&](double from) { return events->eventsIn({kNow - from, kNow}).size(); };
     const auto renewEvents = [&] { events.emplace(folders, parser); };
     const auto changeEvent = [&] {
-        writeFile(home.path(QStringLiteral(".calendars/work/0.ics")),
+        writeFile(home.path(QStringLiteral(".calendars/home/0.ics")),
                   event(0) + QByteArray(++changes, '\n'));
     };
     measure("calendar, from nothing", rounds, renewEvents, [&] { return eventsOf(kYear / 2); });

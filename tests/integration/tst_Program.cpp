@@ -467,7 +467,7 @@ private Q_SLOTS:
             return content;
         };
         const QByteArray event =
-            remember(u".calendars/work/1.ics"_s,
+            remember(u".calendars/home/1.ics"_s,
                      "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VEVENT\r\nUID:1\r\nDTSTART:"
                          + meeting.toString(u"yyyyMMdd'T'HHmmss'Z'"_s).toUtf8()
                          + "\r\nSUMMARY:Sarah\\, the plan\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n");
@@ -513,7 +513,7 @@ private Q_SLOTS:
         QVERIFY2(answer.names().contains(u"drawing.bin"_s), answer.out.constData()); // her domain
         QVERIFY2(answer.names().contains(u"other.bin"_s), answer.out.constData());   // of that day
         QVERIFY(run({u"status"_s}).out.contains("calendar          on: "));
-        QCOMPARE(readFile(path(u".calendars/work/1.ics"_s)), event);
+        QCOMPARE(readFile(path(u".calendars/home/1.ics"_s)), event);
         QCOMPARE(readFile(path(u".contacts/1.vcf"_s)), contact);
         QCOMPARE(QDir(path(u".calendars"_s)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                  QStringList{u"work"_s});

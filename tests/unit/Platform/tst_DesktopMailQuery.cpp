@@ -92,7 +92,7 @@ private Q_SLOTS:
             u"snap/thunderbird/common/.thunderbird/c/Mail/x/Archive"_s,
             u"elsewhere/Mail/x/Inbox"_s,
             u"Mail/lists"_s,
-            u".mail/work/inbox"_s,
+            u".mail/office/inbox"_s,
             u".local/share/local-mail/old"_s,
         };
         const QStringList maildirs{
