@@ -268,7 +268,7 @@ TestCase {
                           && text.contentWidth <= text.width + 1
                           && text.contentHeight <= text.height + 1
                           && text.mapToItem(page, text.width, 0).x <= right + 1
-        tryVerify(() => texts(page).length > 15 && texts(page).every(isWhole), 5000,
+        tryVerify(() => texts(page).length > 15 && texts(page).every(isWhole), 2000,
                   texts(page).filter(text => !isWhole(text)).map(text => text.text).join("|"))
         // The dots stand beside their texts.
         for (const row of shown(page).filter(one => one.isActive !== undefined)) {

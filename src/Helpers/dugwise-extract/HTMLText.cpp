@@ -17,7 +17,7 @@ using namespace std::string_view_literals;
 
 constexpr std::size_t kLongestName = 16; // of a tag or a character reference that is known
 
-// Sorted, to be searched. https://html.spec.whatwg.org/multipage/named-characters.html has all;
+// Sorted, to be searched. The standard of HTML has a list of all, "named character references";
 // these are those of HTML 4 that mail has. Those of Latin-1 come by their place from 160 on.
 constexpr std::array kReferences{
     std::pair{"amp"sv, U'&'},         std::pair{"apos"sv, U'\''},

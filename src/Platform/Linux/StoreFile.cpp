@@ -128,7 +128,7 @@ std::optional<QByteArray> readStoreFile(const QString &path, qint64 most)
     QFile file;
     if (!descriptor || facts.st_size > most || !file.open(descriptor.get(), QFile::ReadOnly))
         return std::nullopt;
-    return file.read(most);
+    return file.read(facts.st_size); // room is made for as much as is asked for
 }
 
 SQLiteDatabase openDatabaseCopy(const QString &path,
