@@ -516,7 +516,7 @@ private Q_SLOTS:
         QCOMPARE(readFile(path(u".calendars/home/1.ics"_s)), event);
         QCOMPARE(readFile(path(u".contacts/1.vcf"_s)), contact);
         QCOMPARE(QDir(path(u".calendars"_s)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-                 QStringList{u"work"_s});
+                 QStringList{u"home"_s});
     }
 
     void findsMail()
