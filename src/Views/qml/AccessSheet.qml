@@ -126,12 +126,13 @@ Popup {
                 onClicked: root.prompt.dismiss()
             }
             Item { Layout.fillWidth: true }
-            SheetButton {
+            PushButton {
                 objectName: "deny"
                 text: "Don't Allow"
+                tint: Theme.primary
                 onClicked: root.prompt.answer(false)
             }
-            SheetButton {
+            PushButton {
                 objectName: "allow"
                 text: "Allow"
                 isFilled: true

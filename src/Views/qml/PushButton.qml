@@ -7,7 +7,7 @@ import Dugwise
 PlainButton {
     id: root
 
-    /// Whether its ground is full of its colour: for what cannot be taken back.
+    /// Whether its ground is full of its colour: for what carries on, or cannot be taken back.
     property bool isFilled: false
 
     leftPadding: 12
