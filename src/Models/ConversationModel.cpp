@@ -9,17 +9,27 @@
 
 #include <QUrl>
 
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace dugwise {
 
+namespace {
+
+constexpr qsizetype kRowsAFrame = 2;
+constexpr std::chrono::milliseconds kFrame(16);
+
+} // namespace
+
 ConversationModel::ConversationModel(const AppState &appState, Clock clock, QObject *parent)
     : QAbstractListModel(parent)
     , m_appState(appState)
     , m_clock(clock)
 {
+    m_frames.callOnTimeout(this, [this] { showRows(kRowsAFrame); });
     connect(&appState, &AppState::messagesChanged, this, &ConversationModel::takeMessages);
     connect(&appState, &AppState::isSearchingChanged, this, &ConversationModel::takeSearching);
     connect(&appState, &AppState::selectedResultChanged, this, &ConversationModel::takeSelection);
@@ -117,22 +127,35 @@ void ConversationModel::takeMessages()
         beginResetModel();
         m_messages.clear();
         m_rows.removeIf([](const Row &row) { return row.kind != Kind::Searching; });
+        m_coming.clear();
         endResetModel();
         Q_EMIT isEmptyChanged();
     }
-    QList<Row> rows;
-    for (qsizetype i = m_messages.size(); i < messages.size(); ++i)
-        rows.append(rowsOf(messages[i], i));
+    showRows(m_coming.size());
+    const QList<ChatMessage> before = std::exchange(m_messages, messages);
+    for (qsizetype i = before.size(); i < messages.size(); ++i)
+        m_coming.append(rowsOf(messages[i], i));
+    showRows(kRowsAFrame);
+    if (before.isEmpty() && !messages.isEmpty())
+        Q_EMIT isEmptyChanged();
+}
+
+/// Moves up to `count` of the rows that are coming to those that are there.
+void ConversationModel::showRows(qsizetype count)
+{
+    const QList<Row> rows = m_coming.first(std::min(count, m_coming.size()));
+    m_coming.remove(0, rows.size());
+    if (m_coming.isEmpty())
+        m_frames.stop();
+    else if (!m_frames.isActive())
+        m_frames.start(kFrame);
     if (rows.isEmpty())
         return;
     const bool isSearching = !m_rows.isEmpty() && m_rows.last().kind == Kind::Searching;
     const qsizetype at = m_rows.size() - (isSearching ? 1 : 0);
     beginInsertRows({}, static_cast<int>(at), static_cast<int>(at + rows.size() - 1));
-    const bool wasEmpty = std::exchange(m_messages, messages).isEmpty();
     m_rows = m_rows.first(at) + rows + m_rows.sliced(at);
     endInsertRows();
-    if (wasEmpty)
-        Q_EMIT isEmptyChanged();
 }
 
 void ConversationModel::takeSearching()

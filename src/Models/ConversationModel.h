@@ -7,12 +7,14 @@
 #include "Utilities/Clock.h"
 
 #include <QAbstractListModel>
+#include <QTimer>
 
 namespace dugwise {
 
 /// The conversation as rows of a list: a bubble a message, or several a long one, a card a result
 /// below it, and at its end the sign of a search under way. Rows of bounded size keep the list
-/// lazy, whatever an answer holds.
+/// lazy, whatever an answer holds. The latest rows come a few a frame, since making what shows a
+/// row takes milliseconds.
 class ConversationModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -80,6 +82,7 @@ private:
     [[nodiscard]] QList<Row> rowsOf(const ChatMessage &message, qsizetype position) const;
     [[nodiscard]] const SearchResult *resultAt(int row) const;
     void takeMessages();
+    void showRows(qsizetype count);
     void takeSearching();
     void takeSelection();
     [[nodiscard]] QVariant bubbleData(const Row &row, int role) const;
@@ -90,6 +93,8 @@ private:
     Clock m_clock;
     QList<ChatMessage> m_messages;
     QList<Row> m_rows;
+    QList<Row> m_coming; ///< to stand behind `m_rows`
+    QTimer m_frames;     ///< runs while rows are coming
     QUuid m_selected;
 };
 

@@ -40,6 +40,8 @@ private:
         {
             state->submitQuery(request, files);
             QTRY_VERIFY(!state->isSearching());
+            for (int rows = -1; rows != model->rowCount(); QTest::qWait(100))
+                rows = model->rowCount();
         }
         [[nodiscard]] QVariant data(int row, int role) const
         {
@@ -123,6 +125,36 @@ private Q_SLOTS:
         QCOMPARE(chat.data(row - 1, ConversationModel::isLastRole), true);
         QCOMPARE(chat.data(row - 2, ConversationModel::isLastRole), false);
         QCOMPARE(together.remove(u'\n'), request.trimmed().remove(u'\n'));
+    }
+
+    void theRowsOfTheLatestMessageComeAFewAFrame()
+    {
+        QList<IndexedFile> files;
+        for (int i = 0; i < 15; ++i)
+            files.append(indexedFile({.path = u"/d/budget%1.pdf"_s.arg(i), .modified = kNow}));
+        Conversation chat;
+        qsizetype most = 0;
+        connect(chat.model.get(),
+                &QAbstractItemModel::rowsInserted,
+                [&](const QModelIndex & /*parent*/, int first, int last) {
+                    most = std::max<qsizetype>(most, last - first + 1);
+                });
+        chat.ask(u"the budget"_s, files);
+        QCOMPARE(chat.kinds(), u"QA"_s + u"R"_s.repeated(15));
+        QVERIFY2(most <= 3, QByteArray::number(most));
+
+        chat.state->submitQuery(u"the budget"_s, files);
+        QTRY_COMPARE(chat.kinds().mid(17, 3), u"QAR"_s);
+        chat.state->submitQuery(u"open #1"_s, {});
+        QVERIFY(chat.kinds().startsWith(u"QA"_s + u"R"_s.repeated(15) + u"QA"_s
+                                        + u"R"_s.repeated(15) + u"Q"_s));
+
+        chat.state->clearChat();
+        chat.state->submitQuery(u"the budget"_s, files);
+        QTRY_COMPARE(chat.state->messages().size(), 2);
+        chat.state->clearChat();
+        QTest::qWait(50);
+        QCOMPARE(chat.kinds().remove(u's'), QString());
     }
 
     void clearingWhileASearchRuns()
