@@ -5,8 +5,6 @@
 #include "Utilities/Formatters.h"
 #include "Utilities/PrintableText.h"
 
-#include <QUrl>
-
 using namespace Qt::StringLiterals;
 
 namespace dugwise {
@@ -25,7 +23,7 @@ QList<PreviewFact> previewFacts(const IndexedFile &file)
             {u"clock.arrow.circlepath"_s, u"Last Used"_s, dateAndTime(*file->lastUsedDate)});
     if (file->downloadDate)
         facts.append({u"arrow.down.circle"_s, u"Downloaded"_s, dateAndTime(*file->downloadDate)});
-    const QString host = QUrl(file->downloadSource.value_or(QString())).host(QUrl::FullyEncoded);
+    const QString host = hostOf(file->downloadSource.value_or(QString()));
     if (!host.isEmpty())
         facts.append({u"globe"_s, u"Source"_s, host});
     return facts;

@@ -31,12 +31,6 @@ bool hasWordToSeek(const QString &query)
         pieces, [](const QString &piece) { return characterCount(piece) >= kShortestWordSought; });
 }
 
-QString firstCharacters(const QString &text)
-{
-    const QByteArray utf8 = text.toUtf8();
-    return toQString(view(utf8).substr(0, prefixLength(view(utf8), kMostSnippet)));
-}
-
 MailSearchResult record(const MailItem &item, Instant now)
 {
     return {
@@ -44,7 +38,7 @@ MailSearchResult record(const MailItem &item, Instant now)
         .subject = item.subject.value_or(u"No Subject"_s),
         .sender = item.authors.value(0, u"Unknown Sender"_s),
         .date = item.contentCreationDate.value_or(now),
-        .snippet = firstCharacters(item.textContent.value_or(QString())),
+        .snippet = firstCharacters(item.textContent.value_or(QString()), kMostSnippet),
         .path = item.path.value_or(QString()),
         .hasAttachments = false,
         .attachmentNames = {},

@@ -19,12 +19,6 @@ QString anywhere(const QString &text)
     return u'%' + text + u'%';
 }
 
-QString firstCharacters(const QString &text)
-{
-    const QByteArray utf8 = text.toUtf8();
-    return toQString(view(utf8).substr(0, prefixLength(view(utf8), kMostText)));
-}
-
 } // namespace
 
 size_t qHash(const MessageSearchResult &result, size_t seed)
@@ -63,7 +57,7 @@ QList<MessageSearchResult> MessagesService::searchMessages(const QString &query,
         results.append({
             .id = QUuid::createUuid(),
             .sender = message.sender.value_or(u"Unknown"_s),
-            .text = firstCharacters(message.text),
+            .text = firstCharacters(message.text, kMostText),
             .date = message.date,
             .isFromMe = message.isFromMe,
             .chatID = message.chat,

@@ -110,9 +110,14 @@ QString byteCount(qint64 bytes)
     return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
 }
 
+QString hostOf(const QString &address)
+{
+    return QUrl(address).host(QUrl::FullyEncoded);
+}
+
 QString sourceName(const QString &source)
 {
-    const QString host = QUrl(source).host(QUrl::FullyEncoded);
+    const QString host = hostOf(source);
     return host.isEmpty() ? source : host;
 }
 

@@ -27,6 +27,9 @@ enum class UnitStyle {
 /// A byte count in decimal units in the user's locale: "2.1 MB".
 [[nodiscard]] QString byteCount(qint64 bytes);
 
+/// The host of an address in its ASCII form; empty when it has none.
+[[nodiscard]] QString hostOf(const QString &address);
+
 /// The host of an address in its ASCII form, or the text itself when it has none.
 [[nodiscard]] QString sourceName(const QString &source);
 

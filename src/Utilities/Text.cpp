@@ -272,6 +272,12 @@ std::size_t prefixLength(std::string_view utf8, std::size_t count)
     return length;
 }
 
+QString firstCharacters(const QString &text, std::size_t count)
+{
+    const QByteArray utf8 = text.toUtf8();
+    return toQString(view(utf8).substr(0, prefixLength(view(utf8), count)));
+}
+
 std::vector<std::string_view> words(std::string_view utf8)
 {
     std::vector<std::string_view> found;

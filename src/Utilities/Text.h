@@ -36,6 +36,9 @@ namespace dugwise {
 /// Length in bytes of the first `count` characters, or of the whole text when it has no more.
 [[nodiscard]] std::size_t prefixLength(std::string_view utf8, std::size_t count);
 
+/// The first `count` characters, or the whole text when it has no more.
+[[nodiscard]] QString firstCharacters(const QString &text, std::size_t count);
+
 /// The runs of letters, combining marks and numbers that have at least two characters, in order,
 /// as views into `utf8`. Everything else separates.
 [[nodiscard]] std::vector<std::string_view> words(std::string_view utf8);
