@@ -180,8 +180,13 @@ int CommandLine::listFolders()
 
 int CommandLine::addFolder(const QString &folder)
 {
-    if (!QFileInfo(folder).isDir()) {
+    const QFileInfo facts(folder);
+    if (!facts.isDir()) {
         complain(u"%1 is not a folder"_s.arg(folder));
+        return kMisuse;
+    }
+    if (!facts.isReadable() || !facts.isExecutable()) {
+        complain(u"%1 cannot be read"_s.arg(folder));
         return kMisuse;
     }
     waitUntilSettled();

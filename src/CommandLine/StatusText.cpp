@@ -10,12 +10,12 @@
 #include "Services/AccessRequest.h"
 #include "Services/FileIndexer.h"
 #include "Services/NetworkMonitor.h"
+#include "Utilities/FilePath.h"
 #include "Utilities/Formatters.h"
 #include "Utilities/PrintableText.h"
 
 #include <QFileInfo>
-
-#include <algorithm>
+#include <QHash>
 
 using namespace Qt::StringLiterals;
 
@@ -28,16 +28,34 @@ QString line(const QString &what, const QString &state)
     return u"  %1%2\n"_s.arg(what.leftJustified(18), state);
 }
 
+/// The number of files in each of these folders and below it.
+QHash<QString, qint64> filesBelow(const QList<QUrl> &folders, const QList<IndexedFile> &files)
+{
+    QHash<QString, qint64> counts;
+    for (const QUrl &folder : folders)
+        counts.insert(folder.toLocalFile(), 0);
+    for (const IndexedFile &file : files) {
+        QString path = file->path;
+        do {
+            path = FilePath::folder(path);
+            const auto count = counts.find(path);
+            if (count != counts.end())
+                ++*count;
+        } while (path != "/"_L1);
+    }
+    return counts;
+}
+
 QString folderLines(const FileIndexer &fileIndexer)
 {
-    const QList<IndexedFile> files = fileIndexer.indexedFiles();
+    const QList<QUrl> folders = fileIndexer.indexedFolderURLs();
+    const QHash<QString, qint64> counts = filesBelow(folders, fileIndexer.indexedFiles());
     QString text;
-    for (const QUrl &folder : fileIndexer.indexedFolderURLs()) {
+    for (const QUrl &folder : folders) {
         const QString path = folder.toLocalFile();
-        const auto count = std::ranges::count_if(
-            files, [&](const IndexedFile &file) { return file->path.startsWith(path + u'/'); });
         const QString missing = QFileInfo(path).isDir() ? u""_s : u" (not there)"_s;
-        text += u"  %1  %2%3\n"_s.arg(printable(path), counted(count, u"file"_s), missing);
+        text +=
+            u"  %1  %2%3\n"_s.arg(printable(path), counted(counts.value(path), u"file"_s), missing);
     }
     return text;
 }

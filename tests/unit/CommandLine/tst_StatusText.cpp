@@ -5,6 +5,7 @@
 #include "Services/FileIndexer.h"
 #include "Services/NetworkMonitor.h"
 #include "support/Fakes.h"
+#include "support/SampleFiles.h"
 #include "support/SampleHome.h"
 
 #include <QTest>
@@ -34,6 +35,23 @@ private:
     }
 
 private Q_SLOTS:
+    void countsTheFilesOfEachFolder()
+    {
+        SampleHome home;
+        writeFile(home.path(u"Documents/a.txt"_s), "a");
+        writeFile(home.path(u"Documents/deep/er/b.txt"_s), "b");
+        writeFile(home.path(u"Documents2/c.txt"_s), "c");
+        const AppState state(home.platform, AppServices(home.platform));
+        FileIndexer indexer(home.platform);
+        QTRY_VERIFY(!indexer.isBusy());
+        indexer.addFolderURL(QUrl::fromLocalFile(home.path(u"Documents/deep"_s)));
+        QTRY_VERIFY(!indexer.isBusy());
+        const NetworkMonitor network(nullptr);
+        const QString text = statusText(home.platform, state, indexer, network);
+        QVERIFY(text.contains(home.path(u"Documents"_s) + u"  2 files\n"_s));
+        QVERIFY(text.contains(home.path(u"Documents/deep"_s) + u"  1 file\n"_s));
+    }
+
     void tellsWhyPersonalDataIsOff()
     {
         SampleHome home;
