@@ -70,7 +70,8 @@ void AppState::setSelectedSidebarItem(SidebarItem item)
 
 void AppState::setSelectedResult(const std::optional<SearchResult> &result)
 {
-    publish(m_selectedResult, result, &AppState::selectedResultChanged);
+    m_selectedResult = result;
+    Q_EMIT selectedResultChanged();
 }
 
 void AppState::setPendingQuery(const std::optional<QString> &query)

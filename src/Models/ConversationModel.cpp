@@ -7,8 +7,6 @@
 #include "Utilities/Formatters.h"
 #include "Utilities/PrintableText.h"
 
-#include <QUrl>
-
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -93,6 +91,15 @@ std::optional<SearchResult> ConversationModel::result(int row) const
     return found ? std::optional(*found) : std::nullopt;
 }
 
+int ConversationModel::nextResult(int row, int by) const
+{
+    for (int next = row + by; next >= 0 && next < m_rows.size(); next += by) {
+        if (m_rows[next].kind == Kind::Result)
+            return next;
+    }
+    return -1;
+}
+
 /// Null for a row of another kind.
 const SearchResult *ConversationModel::resultAt(int row) const
 {
@@ -154,7 +161,8 @@ void ConversationModel::showRows(qsizetype count)
     const bool isSearching = !m_rows.isEmpty() && m_rows.last().kind == Kind::Searching;
     const qsizetype at = m_rows.size() - (isSearching ? 1 : 0);
     beginInsertRows({}, static_cast<int>(at), static_cast<int>(at + rows.size() - 1));
-    m_rows = m_rows.first(at) + rows + m_rows.sliced(at);
+    for (qsizetype i = 0; i < rows.size(); ++i)
+        m_rows.insert(at + i, rows[i]);
     endInsertRows();
 }
 
@@ -192,7 +200,9 @@ void ConversationModel::takeSelection()
 QVariant ConversationModel::bubbleData(const Row &row, int role) const
 {
     const ChatMessage &message = m_messages[row.message];
-    const auto text = [&] { return message.content.sliced(row.part.start, row.part.length); };
+    const auto text = [&] {
+        return printableLines(message.content.sliced(row.part.start, row.part.length));
+    };
     switch (role) {
     case textRole:
         return message.isUser ? text() : boldTextToPlain(text());
@@ -235,7 +245,7 @@ QVariant ConversationModel::resultData(const Row &row, int role) const
     case folderRole:
         return printable(file->folderPath);
     case hostRole:
-        return QUrl(file->downloadSource.value_or(QString())).host(QUrl::FullyEncoded);
+        return hostOf(file->downloadSource.value_or(QString()));
     case summaryRole:
         return printable(result.summary);
     default:

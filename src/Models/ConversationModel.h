@@ -66,6 +66,10 @@ public:
     /// The result of a row; none for a row of another kind.
     [[nodiscard]] std::optional<SearchResult> result(int row) const;
 
+    /// The nearest row of a result after a row, or before it when `by` is -1; -1 when there is
+    /// none.
+    Q_INVOKABLE [[nodiscard]] int nextResult(int row, int by) const;
+
 Q_SIGNALS:
     void isEmptyChanged();
 

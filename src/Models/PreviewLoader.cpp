@@ -35,8 +35,7 @@ QString withoutHeapsOfMarks(const QString &text)
     return kept;
 }
 
-/// A text as it is shown: every line break is a line feed and every tab some blanks, and it is no
-/// longer than is laid out in a moment.
+/// A text as it is shown, no longer than is laid out in a moment.
 QString shown(const QString &text)
 {
     QString kept = withoutHeapsOfMarks(text);
@@ -45,8 +44,7 @@ QString shown(const QString &text)
         kept.truncate(PreviewLoader::kMostUnits - (cutsPair ? 1 : 0));
         kept += u"\n\n[Truncated...]"_s;
     }
-    kept.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').replace(u'\f', u'\n');
-    return printableLines(kept.replace(u'\t', u"    "_s));
+    return printableLines(kept);
 }
 
 QString firstLines(const QString &text)

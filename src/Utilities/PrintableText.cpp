@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace dugwise {
 
 QString printable(const QString &text)
@@ -24,7 +26,9 @@ QString printable(const QString &text)
 
 QString printableLines(const QString &text)
 {
-    QStringList lines = text.split(u'\n');
+    QString plain = text;
+    plain.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').replace(u'\f', u'\n');
+    QStringList lines = plain.replace(u'\t', u"    "_s).split(u'\n');
     std::ranges::transform(lines, lines.begin(), printable);
     return lines.join(u'\n');
 }

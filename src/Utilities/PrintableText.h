@@ -14,7 +14,7 @@ namespace dugwise {
 /// of all kinds is one blank.
 [[nodiscard]] QString printableBeginning(const QString &text);
 
-/// The same for a text of several lines, whose line feeds stay.
+/// The same for a text of several lines: its line breaks become line feeds, its tabs four blanks.
 [[nodiscard]] QString printableLines(const QString &text);
 
 } // namespace dugwise

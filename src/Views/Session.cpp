@@ -45,7 +45,7 @@ Session::Session(Platform &platform,
     connect(&appState, &AppState::contactsEnabledChanged, this, &Session::sourcesChanged);
     connect(&appState, &AppState::messagesAccessibleChanged, this, &Session::sourcesChanged);
     connect(&appState, &AppState::answered, this, [this] {
-        Q_EMIT answered(boldTextToPlain(m_appState.messages().last().content));
+        Q_EMIT answered(printableLines(boldTextToPlain(m_appState.messages().last().content)));
     });
     connect(&indexer, &FileIndexer::indexedFolderURLsChanged, this, &Session::foldersChanged);
     connect(&appState, &AppState::started, this, &Session::askWaiting);

@@ -73,18 +73,18 @@ TestCase {
                                           .map(item => item.text)
     }
 
-    /// Selects the file that is found by a request.
+    /// Selects the file that is found by a request, and returns its number.
     function select(request, name) {
         root.given.session.submit(request)
         tryVerify(() => !root.given.session.isSearching)
-        for (let number = 1; number <= 5; ++number) {
-            root.given.session.selectNumber(number)
-            if (root.preview.name.includes(name))
-                break
-        }
+        let number = 0
+        do {
+            root.given.session.selectNumber(++number)
+        } while (number < 5 && !root.preview.name.includes(name))
         verify(root.preview.name.includes(name), root.preview.name)
         tryVerify(() => !root.preview.isReading)
         waitForRendering(root.window.contentItem)
+        return number
     }
 
     function test_withoutASelectionThereIsAHint() {
@@ -125,11 +125,18 @@ TestCase {
     function test_markupInAFileIsText() {
         const before = root.given.visits()
         root.given.write("Downloads/lease.txt", "<img src='" + root.given.picture() + "'> **b**")
-        select("the lease", "lease.txt")
+        const number = select("the lease", "lease.txt")
         const text = all("previewText")[0]
         verify(text.getText(0, text.length).startsWith("<img src='http://127"), text.getText(0, 99))
-        root.given.write("Downloads/lease.txt", "landlord and tenant")
+        root.given.write("Downloads/lease.txt", "landlord\r\n\tand tenant")
         compare(root.given.visits(), before)
+
+        // Selected once more, it is read again.
+        root.given.session.selectNumber(number)
+        tryVerify(() => !root.preview.isReading)
+        const again = all("previewText")[0].getText(0, 99)
+        compare(again.split(/[\u2028\u2029]/), ["landlord", "    and tenant"])
+        root.given.write("Downloads/lease.txt", "landlord and tenant")
     }
 
     function test_aFileThatIsGoneHasNoText() {

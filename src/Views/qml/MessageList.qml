@@ -25,15 +25,12 @@ ListView {
 
     /// Puts the keyboard on the next card after a row, or before it when `by` is -1.
     function goToCard(row: int, by: int): void {
+        const next = root.session.conversation.nextResult(row, by)
+        if (next < 0)
+            return
         root.stay()
-        for (let i = row + by; i >= 0 && i < root.count; i += by) {
-            root.positionViewAtIndex(i, ListView.Contain)
-            const card = root.itemAtIndex(i) as SearchResultCard
-            if (card) {
-                card.forceActiveFocus(Qt.TabFocusReason)
-                return
-            }
-        }
+        root.positionViewAtIndex(next, ListView.Contain)
+        root.itemAtIndex(next).forceActiveFocus(Qt.TabFocusReason)
     }
 
     function stay(): void {

@@ -94,6 +94,9 @@ private Q_SLOTS:
         QCOMPARE(chat.data(5 - pdf, ConversationModel::hostRole), QString());
         QCOMPARE(chat.data(2, ConversationModel::isFirstRole), true);
         QCOMPARE(chat.data(3, ConversationModel::isFirstRole), false);
+        QCOMPARE(chat.model->nextResult(-1, 1), 2);
+        QCOMPARE(chat.model->nextResult(3, 1), -1);
+        QCOMPARE(chat.model->nextResult(5, -1), 3);
         QVERIFY(!chat.model->result(1) && !chat.model->result(9) && !chat.model->result(-1));
 
         chat.state->clearChat();
@@ -155,6 +158,13 @@ private Q_SLOTS:
         chat.state->clearChat();
         QTest::qWait(50);
         QCOMPARE(chat.kinds().remove(u's'), QString());
+    }
+
+    void whatTurnsTextAroundIsShown()
+    {
+        Conversation chat;
+        chat.ask(u"a\u202Efdp.txt\tb"_s, {});
+        QCOMPARE(chat.data(0, ConversationModel::textRole), u"a\uFFFDfdp.txt    b"_s);
     }
 
     void clearingWhileASearchRuns()
