@@ -132,10 +132,10 @@ QCoro::Task<void> AppState::readModelStatus()
 QCoro::Task<void> AppState::requestAccess()
 {
     const QPointer<AppState> self(this);
-    co_await m_services.calendar->requestAccess();
+    co_await m_services.calendar->requestAccess(Asking::once);
     if (!self)
         co_return;
-    co_await m_services.contacts->requestAccess();
+    co_await m_services.contacts->requestAccess(Asking::once);
     if (!self)
         co_return;
     publish(m_calendarEnabled, m_services.calendar->hasAccess(), &AppState::calendarEnabledChanged);
@@ -146,18 +146,12 @@ QCoro::Task<void> AppState::requestAccess()
 QCoro::Task<void> AppState::requestAccessAgain(PersonalData data)
 {
     const QPointer<AppState> self(this);
-    UserDefaults &defaults = m_platform.userDefaults;
-    const bool wasDenied = !accessAnswer(defaults, data).value_or(true);
-    if (wasDenied)
-        forgetAccessAnswer(defaults, data);
     if (data == PersonalData::calendar)
-        co_await m_services.calendar->requestAccess();
+        co_await m_services.calendar->requestAccess(Asking::again);
     else
-        co_await m_services.contacts->requestAccess();
+        co_await m_services.contacts->requestAccess(Asking::again);
     if (!self)
         co_return;
-    if (wasDenied && !accessAnswer(defaults, data)) // no answer leaves it at the one before
-        setAccessAnswer(defaults, data, false);
     publish(m_calendarEnabled, m_services.calendar->hasAccess(), &AppState::calendarEnabledChanged);
     publish(m_contactsEnabled, m_services.contacts->hasAccess(), &AppState::contactsEnabledChanged);
 }

@@ -76,8 +76,8 @@ public:
     void submitQuery(const QString &text, const QList<IndexedFile> &files);
     /// Has previewInsights() made for a file, without a message.
     void generatePreviewInsights(const IndexedFile &file);
-    /// Asks the person for access once more; calendarEnabled() or contactsEnabled() then tells the
-    /// answer.
+    /// Asks the person for access once more, whatever they said before; calendarEnabled() or
+    /// contactsEnabled() then tells the answer.
     [[nodiscard]] QCoro::Task<void> requestAccessAgain(PersonalData data);
     /// Starts a new conversation; the recent searches stay.
     void clearChat();

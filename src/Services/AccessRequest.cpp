@@ -53,17 +53,12 @@ void setAccessAnswer(UserDefaults &defaults, PersonalData data, bool isGranted)
     defaults.setStringList(keyOf(data), {isGranted ? kGranted : kDenied});
 }
 
-void forgetAccessAnswer(UserDefaults &defaults, PersonalData data)
-{
-    defaults.setStringList(keyOf(data), {});
-}
-
 AccessRequest::AccessRequest(Platform &platform, PersonalData data)
     : m_platform(platform)
     , m_data(data)
 {}
 
-QCoro::Task<void> AccessRequest::askOnce(std::function<QStringList()> sources)
+QCoro::Task<void> AccessRequest::ask(Asking asking, std::function<QStringList()> sources)
 {
     const QPointer<AccessRequest> self(this);
     if (!sources)
@@ -74,7 +69,8 @@ QCoro::Task<void> AccessRequest::askOnce(std::function<QStringList()> sources)
         co_return;
     std::optional<bool> answer = accessAnswer(m_platform.userDefaults, m_data);
     AccessPrompt *const prompt = m_platform.accessPrompt.get();
-    if (!answer && prompt) {
+    const bool isOpen = !answer || (asking == Asking::again && !*answer);
+    if (isOpen && prompt) {
         const std::optional<bool> given = co_await prompt->ask(m_data);
         if (!self)
             co_return;

@@ -28,7 +28,9 @@ inline constexpr std::array kAllPersonalData{PersonalData::calendar, PersonalDat
 /// What the person has answered so far; absent until they have.
 [[nodiscard]] std::optional<bool> accessAnswer(const UserDefaults &defaults, PersonalData data);
 void setAccessAnswer(UserDefaults &defaults, PersonalData data, bool isGranted);
-void forgetAccessAnswer(UserDefaults &defaults, PersonalData data);
+
+/// Whether a denial that is stored stands, or the person is asked in spite of it.
+enum class Asking { once, again };
 
 /// Whether one kind of personal data may be read in this run: asked for once, and remembered in
 /// the user defaults. Lives on the UI thread.
@@ -43,9 +45,9 @@ public:
     ~AccessRequest() override = default;
 
     /// Grants what was granted before, and asks the person when they have not answered yet. No
-    /// answer is no for now. Nobody is asked, and nothing granted, where `sources` finds nothing
-    /// to read; it is called in a worker, and not at all when null.
-    [[nodiscard]] QCoro::Task<void> askOnce(std::function<QStringList()> sources);
+    /// answer is no for now, and leaves what is stored. Nobody is asked, and nothing granted, where
+    /// `sources` finds nothing to read; it is called in a worker, and not at all when null.
+    [[nodiscard]] QCoro::Task<void> ask(Asking asking, std::function<QStringList()> sources);
     [[nodiscard]] bool isGranted() const { return m_isGranted; }
 
 private:

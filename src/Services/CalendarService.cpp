@@ -59,12 +59,12 @@ CalendarService::CalendarService(Platform &platform)
     , m_access(platform, PersonalData::calendar)
 {}
 
-QCoro::Task<void> CalendarService::requestAccess()
+QCoro::Task<void> CalendarService::requestAccess(Asking asking)
 {
     std::function<QStringList()> sources;
     if (const EventStore *const store = m_platform.eventStore.get())
         sources = [store] { return store->sources(); };
-    return m_access.askOnce(sources);
+    return m_access.ask(asking, sources);
 }
 
 bool CalendarService::hasAccess() const

@@ -40,7 +40,7 @@ public:
     virtual ~CalendarService() = default;
 
     /// Asks for access; hasAccess() then tells the answer.
-    [[nodiscard]] virtual QCoro::Task<void> requestAccess();
+    [[nodiscard]] virtual QCoro::Task<void> requestAccess(Asking asking);
     [[nodiscard]] virtual bool hasAccess() const;
     /// The ten events of `dateRange`, or else of the last six months, whose titles, notes and
     /// locations hold most of the query's words of more than two characters; best first, and of

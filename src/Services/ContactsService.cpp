@@ -11,12 +11,12 @@ ContactsService::ContactsService(Platform &platform)
     , m_access(platform, PersonalData::contacts)
 {}
 
-QCoro::Task<void> ContactsService::requestAccess()
+QCoro::Task<void> ContactsService::requestAccess(Asking asking)
 {
     std::function<QStringList()> sources;
     if (const ContactStore *const store = m_platform.contactStore.get())
         sources = [store] { return store->sources(); };
-    return m_access.askOnce(sources);
+    return m_access.ask(asking, sources);
 }
 
 bool ContactsService::hasAccess() const

@@ -30,7 +30,7 @@ public:
     virtual ~ContactsService() = default;
 
     /// Asks for access; hasAccess() then tells the answer.
-    [[nodiscard]] virtual QCoro::Task<void> requestAccess();
+    [[nodiscard]] virtual QCoro::Task<void> requestAccess(Asking asking);
     [[nodiscard]] virtual bool hasAccess() const;
     /// All entries that go by that name, in the address book's order; none without access.
     [[nodiscard]] virtual QList<ResolvedContact> findContacts(const QString &name) const;

@@ -106,7 +106,7 @@ public:
     mutable QList<std::optional<DateRange>> seenRanges;
     ReaderWatch watch;
 
-    QCoro::Task<void> requestAccess() override { co_return; }
+    QCoro::Task<void> requestAccess(Asking) override { co_return; }
     [[nodiscard]] bool hasAccess() const override { return isGranted; }
     [[nodiscard]] QList<CalendarSearchResult>
     searchEvents(const QString &, const std::optional<DateRange> &dateRange) const override
@@ -132,7 +132,7 @@ public:
     QMultiHash<QString, ResolvedContact> contacts; ///< of one name, the last first
     ReaderWatch watch;
 
-    QCoro::Task<void> requestAccess() override { co_return; }
+    QCoro::Task<void> requestAccess(Asking) override { co_return; }
     [[nodiscard]] bool hasAccess() const override { return isGranted; }
     [[nodiscard]] QList<ResolvedContact> findContacts(const QString &name) const override
     {

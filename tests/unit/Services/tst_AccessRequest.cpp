@@ -63,7 +63,7 @@ private Q_SLOTS:
             setAccessAnswer(defaults, kData, *before);
         AccessRequest request(home.platform, kData);
         QVERIFY(!request.isGranted());
-        QCoro::waitFor(request.askOnce(isThere ? oneSource : noSource));
+        QCoro::waitFor(request.ask(Asking::once, isThere ? oneSource : noSource));
         QTEST(!prompt.asked.isEmpty(), "isAsked");
         QVERIFY(!prompt.asked.contains(PersonalData::calendar));
         QTEST(request.isGranted(), "isGranted");
@@ -79,8 +79,8 @@ private Q_SLOTS:
     {
         SampleHome home;
         AccessRequest request(home.platform, kData);
-        QCoro::waitFor(request.askOnce(oneSource));
-        QCoro::waitFor(request.askOnce(nullptr));
+        QCoro::waitFor(request.ask(Asking::once, oneSource));
+        QCoro::waitFor(request.ask(Asking::once, nullptr));
         QVERIFY(!request.isGranted());
         QVERIFY(!accessAnswer(home.platform.userDefaults, kData));
         home.platform.userDefaults.setStringList(u"ContactsAccess"_s, {u"granted"_s, u"x"_s});
@@ -97,7 +97,7 @@ private Q_SLOTS:
         gate->start();
         {
             AccessRequest request(home.platform, kData);
-            const QCoro::Task<void> asking = request.askOnce(oneSource);
+            const QCoro::Task<void> asking = request.ask(Asking::once, oneSource);
             QTRY_COMPARE(prompt.asked, QList{kData});
             QVERIFY(!request.isGranted());
         }

@@ -39,7 +39,7 @@ private:
     {
         setAccessAnswer(m_home->platform.userDefaults, PersonalData::calendar, hasAccess);
         auto service = std::make_unique<CalendarService>(m_home->platform);
-        QCoro::waitFor(service->requestAccess());
+        QCoro::waitFor(service->requestAccess(Asking::once));
         return service;
     }
 

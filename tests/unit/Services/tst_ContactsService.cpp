@@ -39,7 +39,7 @@ private Q_SLOTS:
         ContactsService contacts(home.platform);
         QVERIFY(contacts.findContacts(givenName).isEmpty());
         QVERIFY(store.names.isEmpty());
-        QCoro::waitFor(contacts.requestAccess());
+        QCoro::waitFor(contacts.requestAccess(Asking::once));
         const QList<ResolvedContact> found = contacts.findContacts(givenName);
         QCOMPARE(found.size(), 2);
         QCOMPARE(found[0].fullName, fullName);

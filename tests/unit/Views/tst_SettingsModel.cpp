@@ -132,12 +132,13 @@ private Q_SLOTS:
         QTRY_COMPARE(running.prompt.asked, QList<PersonalData>{PersonalData::calendar});
         running.model->askForCalendar(); // no second question at a time
         running.model->askForContacts();
+        const UserDefaults &defaults = running.home.platform.userDefaults;
+        QCOMPARE(accessAnswer(defaults, PersonalData::calendar), before); // until there is another
         running.prompt.gate->finish();
         QTRY_VERIFY(running.model->canAskForCalendar());
         QCOMPARE(running.prompt.asked.size(), 1);
         QCOMPARE(running.state->calendarEnabled(), now.value_or(false));
-        QCOMPARE(accessAnswer(running.home.platform.userDefaults, PersonalData::calendar),
-                 now ? now : before);
+        QCOMPARE(accessAnswer(defaults, PersonalData::calendar), now ? now : before);
     }
 
     void looksAfterTheQuestionsOfTheStart()
