@@ -15,6 +15,7 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace dugwise {
 
@@ -96,7 +97,7 @@ QCoro::Task<void> FileIndexer::startUp()
     co_await restoreIndex();
     if (!self)
         co_return;
-    co_await indexCommonFolders();
+    co_await walkAtStart();
     if (!self)
         co_return;
     co_await makeMissingVectors();
@@ -113,8 +114,9 @@ QCoro::Task<void> FileIndexer::restoreIndex()
     countFiles();
 }
 
-/// Adds those common folders that are not listed, and then walks all of them that are.
-QCoro::Task<void> FileIndexer::indexCommonFolders()
+/// Adds those common folders that are not listed, and then walks all of them that are; before, the
+/// folders whose last walk was cut short.
+QCoro::Task<void> FileIndexer::walkAtStart()
 {
     const QPointer<FileIndexer> self(this);
     const StandardFolders &standard = m_platform.folders;
@@ -127,20 +129,32 @@ QCoro::Task<void> FileIndexer::indexCommonFolders()
     m_isRestored = true;
     for (const auto &change : std::exchange(m_waitingChanges, {}))
         change();
-    if (!isAdded)
+    if (!isAdded && m_folders.unwalked().isEmpty())
         co_return;
-    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter(kStartUpWait);
+    // Where no folder is new, another process that holds the index is most likely at those walks.
+    const std::chrono::seconds limit = isAdded ? kStartUpWait : 0s;
+    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter(limit);
     if (!self)
         co_return;
     adopt(*turn);
     if (turn->lock.state() == FileLock::State::heldByAnother)
         co_return; // the folders are not saved either: the next start finds them new again
-    m_folders.savePaths();
     const IndexingOptions options = IndexingOptions::stored(m_platform.userDefaults);
+    const QStringList cutShort = options.isEnabled ? m_folders.unwalked() : QStringList();
+    QStringList folders = cutShort;
+    if (isAdded) {
+        folders += common;
+        folders.removeDuplicates();
+        if (options.isEnabled)
+            m_folders.addUnwalked(common);
+        m_folders.savePaths();
+    }
     const int reindexings = m_reindexings;
-    for (const QString &path : common) {
+    for (const QString &path : std::as_const(folders)) {
         if (!m_folders.contains(path))
             continue;
+        if (cutShort.contains(path))
+            removeRecordsBelow(path); // they may be from before
         co_await walk(path, options);
         if (!self || m_reindexings != reindexings)
             co_return;
@@ -265,6 +279,8 @@ QCoro::Task<void> FileIndexer::reindex(IndexingOptions options, Caches caches)
     const QPointer<FileIndexer> self(this);
     const Task task(*this);
     const int reindexings = ++m_reindexings;
+    if (options.isEnabled)
+        m_folders.addUnwalked(m_folders.paths());
     const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
     if (!self)
         co_return;
@@ -321,11 +337,12 @@ QCoro::Task<void> FileIndexer::indexFolder(QUrl folder)
     if (!options.isEnabled)
         co_return;
     setIsIndexing(true);
+    const QString path = folderPath(folder);
+    m_folders.addUnwalked({path});
     const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
     if (!self)
         co_return;
     adopt(*turn);
-    const QString path = folderPath(folder);
     co_await walk(path, options);
 }
 
@@ -366,16 +383,21 @@ QCoro::Task<bool> FileIndexer::walk(QString folder, IndexingOptions options)
     if (m_reindexings != reindexings)
         co_return false;
     countFiles();
-    co_await saveIndex();
+    const bool isSaved = co_await saveIndex();
+    if (self && isSaved)
+        m_folders.setWalked(folder);
     co_return true;
 }
 
-QCoro::Task<void> FileIndexer::saveIndex()
+/// Tells whether it could be saved.
+QCoro::Task<bool> FileIndexer::saveIndex()
 {
     const QPointer<FileIndexer> self(this);
     const Outcome<Success> outcome = co_await m_store.save(m_indexedFiles);
+    const auto isSaved = static_cast<bool>(outcome);
     if (self)
         logUnsaved(outcome);
+    co_return isSaved;
 }
 
 void FileIndexer::logUnsaved(const Outcome<Success> &outcome) const

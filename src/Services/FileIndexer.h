@@ -39,7 +39,8 @@ public:
     static constexpr QLatin1StringView kIndexFileName{"file_index.json"};
 
     /// Starts the start-up sequence: folders from bookmarks and paths, the index from its file,
-    /// then the common folders that are not listed yet. `platform` outlives the indexer.
+    /// then walks of the folders whose last one was cut short, and of the common folders when one
+    /// of them is not listed yet. `platform` outlives the indexer.
     explicit FileIndexer(Platform &platform, QObject *parent = nullptr);
     Q_DISABLE_COPY_MOVE(FileIndexer)
     ~FileIndexer() override;
@@ -84,7 +85,7 @@ private:
 
     QCoro::Task<void> startUp();
     QCoro::Task<void> restoreIndex();
-    QCoro::Task<void> indexCommonFolders();
+    QCoro::Task<void> walkAtStart();
     QCoro::Task<void> makeMissingVectors();
     QCoro::Task<void> pickFolder();
     QCoro::Task<void> saveBookmark(QString folder);
@@ -93,7 +94,7 @@ private:
     QCoro::Task<void> reindex(IndexingOptions options, Caches caches);
     QCoro::Task<void> dropCaches();
     QCoro::Task<bool> walk(QString folder, IndexingOptions options);
-    QCoro::Task<void> saveIndex();
+    QCoro::Task<bool> saveIndex();
 
     void logUnsaved(const Outcome<Success> &outcome) const;
     /// Whether the start-up has restored the folders and the index; until then `change` waits.

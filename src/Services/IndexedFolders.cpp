@@ -51,6 +51,14 @@ bool IndexedFolders::contains(const QString &folder) const
     return m_urls.contains(QUrl::fromLocalFile(folder));
 }
 
+QStringList IndexedFolders::paths() const
+{
+    QStringList paths;
+    for (const QUrl &folder : m_urls)
+        paths.append(folder.toLocalFile());
+    return paths;
+}
+
 QCoro::Task<void> IndexedFolders::restore()
 {
     const QPointer<IndexedFolders> self(this);
@@ -92,16 +100,38 @@ bool IndexedFolders::append(const QStringList &folders)
 
 void IndexedFolders::remove(const QString &folder)
 {
+    setWalked(folder);
     m_urls.removeAll(QUrl::fromLocalFile(folder));
     Q_EMIT changed();
 }
 
 void IndexedFolders::savePaths()
 {
-    QStringList paths;
-    for (const QUrl &folder : std::as_const(m_urls))
-        paths.append(folder.toLocalFile());
-    m_platform.userDefaults.setStringList(kPathsKey, paths);
+    m_platform.userDefaults.setStringList(kPathsKey, paths());
+}
+
+QStringList IndexedFolders::unwalked() const
+{
+    QStringList folders = m_platform.userDefaults.stringList(kUnwalkedKey).value_or(QStringList());
+    folders.removeIf([this](const QString &folder) { return !contains(folder); });
+    return folders;
+}
+
+void IndexedFolders::addUnwalked(const QStringList &folders)
+{
+    QStringList all = unwalked();
+    for (const QString &folder : folders) {
+        if (contains(folder) && !all.contains(folder))
+            all.append(folder);
+    }
+    m_platform.userDefaults.setStringList(kUnwalkedKey, all);
+}
+
+void IndexedFolders::setWalked(const QString &folder)
+{
+    QStringList left = unwalked();
+    if (left.removeAll(folder) > 0)
+        m_platform.userDefaults.setStringList(kUnwalkedKey, left);
 }
 
 QCoro::Task<void> IndexedFolders::saveBookmark(QString folder)

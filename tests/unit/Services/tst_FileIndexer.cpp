@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/DesktopMetadata.h"
 #include "Platform/FileAttributes.h"
+#include "Platform/FileLock.h"
 #include "Platform/FolderBookmark.h"
 #include "Services/FileIndexer.h"
 #include "Services/IndexFile.h"
@@ -30,7 +31,11 @@ private Q_SLOTS:
         qputenv("HOME", m_home->folder.path().toLocal8Bit()); // no bookmark is looked for above
         m_platform = newPlatform();
     }
-    void cleanup() { m_indexer.reset(); }
+    void cleanup()
+    {
+        m_indexer.reset();
+        m_platform.reset(); // writes to the home until then
+    }
 
     void findsNothingInAnEmptyHome()
     {
@@ -334,8 +339,52 @@ private Q_SLOTS:
         QVERIFY(settle(*m_indexer));
         QVERIFY(!m_indexer->isIndexing() && isSaved());
         const bool isRemoved = steps.contains('r');
+        QVERIFY(!isToWalk());
         QCOMPARE(this->names(), isRemoved ? names : names + u' ' + names);
         QCOMPARE(m_indexer->totalFilesIndexed(), files().size());
+    }
+
+    void finishesAtTheNextStart_data()
+    {
+        QTest::addColumn<bool>("isKnown");
+        QTest::newRow("the first walk of a folder") << false;
+        QTest::newRow("a walk of all anew") << true;
+    }
+    void finishesAtTheNextStart()
+    {
+        QFETCH(bool, isKnown);
+        writeFile(path(u"Documents/a.txt"_s), "old");
+        const QString expected = u"a.txt "_s + writeMany(u"Projects"_s, 600).join(u' ');
+        QVERIFY(launch());
+        if (isKnown) {
+            QVERIFY(add({u"Projects"_s}));
+            writeFile(path(u"Documents/a.txt"_s), "new");
+            m_indexer->reindexAll();
+        } else {
+            m_indexer->addFolderURL(url(u"Projects"_s));
+        }
+        QVERIFY(QTest::qWaitFor([&] { return m_indexer->indexingProgress() > 0; }));
+        {
+            // Another process has the index: nothing is waited for.
+            m_indexer.reset();
+            FileLock lock;
+            QVERIFY(QTest::qWaitFor([&] {
+                lock = FileLock(indexPath() + u".lock"_s);
+                return lock.state() == FileLock::State::held;
+            }));
+            m_indexer = std::make_unique<FileIndexer>(*m_platform);
+            QVERIFY(QTest::qWaitFor([&] { return !m_indexer->isBusy(); }));
+            QVERIFY(isToWalk());
+        }
+        QVERIFY(launch());
+        QCOMPARE(names(), expected);
+        QCOMPARE(files().first()->extractedText->text(), isKnown ? "new" : "old");
+        QVERIFY(isSaved() && !isToWalk());
+
+        m_indexer = std::make_unique<FileIndexer>(*m_platform);
+        QSignalSpy walking(m_indexer.get(), &FileIndexer::isIndexingChanged);
+        QVERIFY(settle(*m_indexer));
+        QCOMPARE(walking.count(), 0);
     }
 
     void aDriveGoesAway()
@@ -645,6 +694,12 @@ private:
     {
         const auto saved = m_platform->userDefaults.stringList(IndexedFolders::kPathsKey);
         return saved.value_or(QStringList());
+    }
+    /// Whether a folder's walk has not come to its end, as the next start will see it.
+    [[nodiscard]] bool isToWalk() const
+    {
+        const auto saved = m_platform->userDefaults.stringList(IndexedFolders::kUnwalkedKey);
+        return !saved.value_or(QStringList()).isEmpty();
     }
     [[nodiscard]] QByteArrayList savedBookmarks() const
     {
