@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QtConcurrentRun>
 
+#include <tuple>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -64,6 +65,8 @@ std::optional<PreviewLoader::Text> readText(const FilePreviewService &service,
                                             const std::stop_token &stop)
 {
     const auto attributes = fileAttributes(file->path);
+    if (stop.stop_requested()) // what lies beyond this may be gone
+        return std::nullopt;
     if (!attributes || !attributes->isRegularFile || attributes->size > PreviewLoader::kLargestFile)
         return std::nullopt;
     const std::optional<QString> text =
@@ -82,21 +85,27 @@ PreviewLoader::PreviewLoader(FilePreviewService service,
     : m_service(service)
     , m_thumbnails(thumbnails)
 {
-    m_worker.setMaxThreadCount(1);
+    m_threads->setMaxThreadCount(1);
     m_patience.setSingleShot(true);
     m_patience.setInterval(patience);
     m_patience.callOnTimeout(this, &PreviewLoader::giveUp);
+    m_grace.setSingleShot(true);
+    m_grace.setInterval(kGrace);
+    m_grace.callOnTimeout(this, &PreviewLoader::abandonWorker);
 }
 
 PreviewLoader::~PreviewLoader()
 {
     m_stop.request_stop();
-    m_worker.waitForDone();
+    const std::chrono::milliseconds grace = kGrace;
+    // Threads that are still held up need their pool, should they ever go on: it is left to them.
+    if (!m_threads->waitForDone(static_cast<int>(grace.count())))
+        std::ignore = m_threads.release();
 }
 
 void PreviewLoader::load(const std::optional<IndexedFile> &file, const QStringList &words)
 {
-    m_stop.request_stop();
+    stopReading();
     m_wanted.reset();
     m_text.reset();
     m_thumbnail.reset();
@@ -114,14 +123,16 @@ void PreviewLoader::load(const std::optional<IndexedFile> &file, const QStringLi
 QCoro::Task<void> PreviewLoader::readWanted()
 {
     const QPointer<PreviewLoader> self(this);
+    const std::stop_token abandoned = m_abandoned.get_token();
     m_isWorking = true;
-    while (m_wanted) {
+    while (m_wanted && !abandoned.stop_requested()) {
         const Wanted wanted = *std::exchange(m_wanted, std::nullopt);
+        m_grace.stop();
         m_stop = {};
         const std::stop_token stop = m_stop.get_token();
         const FilePreviewService service = m_service;
         const QFuture<std::optional<Text>> reading =
-            QtConcurrent::run(&m_worker, [service, wanted, stop] {
+            QtConcurrent::run(m_threads.get(), [service, wanted, stop] {
                 return readText(service, wanted.file, wanted.words, stop);
             });
         const std::optional<Text> text = co_await reading;
@@ -135,7 +146,7 @@ QCoro::Task<void> PreviewLoader::readWanted()
             continue;
         const ThumbnailReader *const thumbnails = m_thumbnails;
         const QFuture<std::optional<Thumbnail>> drawing =
-            QtConcurrent::run(&m_worker, [thumbnails, path = wanted.file->path, stop] {
+            QtConcurrent::run(m_threads.get(), [thumbnails, path = wanted.file->path, stop] {
                 return thumbnails->thumbnail(path, stop);
             });
         const std::optional<Thumbnail> thumbnail = co_await drawing;
@@ -146,7 +157,20 @@ QCoro::Task<void> PreviewLoader::readWanted()
         m_thumbnail = thumbnail;
         Q_EMIT changed();
     }
+    if (abandoned.stop_requested()) {
+        --m_abandonedWorkers;
+        m_threads->reserveThread();
+        co_return;
+    }
+    m_grace.stop();
     m_isWorking = false;
+}
+
+void PreviewLoader::stopReading()
+{
+    m_stop.request_stop();
+    if (m_isWorking && !m_grace.isActive())
+        m_grace.start();
 }
 
 /// The file lies where nothing answers.
@@ -155,8 +179,22 @@ void PreviewLoader::giveUp()
     if (!m_isReading)
         return;
     m_wanted.reset();
-    m_stop.request_stop();
+    stopReading();
     publish(std::nullopt);
+}
+
+/// Leaves the worker, which was told to stop and does not, to what holds it up.
+void PreviewLoader::abandonWorker()
+{
+    if (m_abandonedWorkers == kMostAbandoned)
+        return;
+    ++m_abandonedWorkers;
+    m_threads->releaseThread(); // so that there may be one more, until it is reserved again
+    m_abandoned.request_stop();
+    m_abandoned = {};
+    m_isWorking = false;
+    if (m_wanted)
+        readWanted();
 }
 
 void PreviewLoader::publish(const std::optional<Text> &text)

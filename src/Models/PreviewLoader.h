@@ -12,6 +12,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <stop_token>
 
@@ -19,7 +20,9 @@ namespace dugwise {
 
 /// Reads what a preview shows of a file's content, one file at a time, in a worker of its own. Only
 /// the file asked for last counts: reading the one before is stopped, and those in between are
-/// never touched. Lives on the UI thread, where what was read is published.
+/// never touched. A file on a mount that is gone may hold its worker up for ever: one that does not
+/// stop is abandoned, and another takes its place, while not too many are. Lives on the UI thread,
+/// where what was read is published.
 class PreviewLoader : public QObject
 {
     Q_OBJECT
@@ -43,12 +46,16 @@ public:
     /// After this there is no text, whatever holds its reading up; somewhat longer than a document
     /// may take by itself.
     static constexpr std::chrono::seconds kPatience{7};
+    /// What a worker has to stop in, which takes it a moment where files answer.
+    static constexpr std::chrono::seconds kGrace{1};
+    static constexpr int kMostAbandoned = 3; ///< workers at a time
 
     /// The reader outlives the object; null: there are no thumbnails.
     PreviewLoader(FilePreviewService service,
                   const ThumbnailReader *thumbnails,
                   std::chrono::milliseconds patience = kPatience);
     Q_DISABLE_COPY_MOVE(PreviewLoader)
+    /// Waits for the workers, but no longer than kGrace.
     ~PreviewLoader() override;
 
     /// Shows nothing of any file before, and reads this one, if any. `words` are looked for in it.
@@ -72,14 +79,20 @@ private:
     };
 
     QCoro::Task<void> readWanted();
+    void stopReading();
     void giveUp();
+    void abandonWorker();
     void publish(const std::optional<Text> &text);
 
     FilePreviewService m_service;
     const ThumbnailReader *m_thumbnails;
-    QThreadPool m_worker;
-    QTimer m_patience;
-    std::stop_source m_stop; ///< of what is read now
+    /// Has one thread for the worker, and one for each abandoned one.
+    std::unique_ptr<QThreadPool> m_threads = std::make_unique<QThreadPool>();
+    QTimer m_patience;            ///< with a file that has no text yet
+    QTimer m_grace;               ///< with a worker that is to stop
+    std::stop_source m_stop;      ///< of what is read now
+    std::stop_source m_abandoned; ///< tells who awaits the worker that it is not any more
+    int m_abandonedWorkers = 0;   ///< that have not come back
     std::optional<Wanted> m_wanted;
     bool m_isWorking = false;
     bool m_isReading = false;

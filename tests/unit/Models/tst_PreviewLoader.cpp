@@ -51,6 +51,25 @@ public:
     }
 };
 
+/// Lies where nothing answers, whoever wants it to stop, until a test lets it go on.
+class HeldUpReader final : public PDFDocumentReader
+{
+public:
+    mutable QSemaphore goOn;
+    mutable std::atomic<int> opened = 0;
+    mutable std::atomic<int> closed = 0;
+
+    [[nodiscard]] bool read(const QString & /*path*/,
+                            const std::function<void(const PDFDocument &document)> & /*use*/,
+                            const std::stop_token & /*stop*/) const override
+    {
+        ++opened;
+        goOn.acquire();
+        ++closed;
+        return false;
+    }
+};
+
 class FakeThumbnails final : public ThumbnailReader
 {
 public:
@@ -171,6 +190,40 @@ private Q_SLOTS:
         PreviewLoader patient(FilePreviewService(&reader), nullptr);
         patient.load(file(u"some.pdf"_s));
         QTRY_VERIFY(patient.text());
+    }
+
+    void whatIsHeldUpHoldsUpNothingElse()
+    {
+        const HeldUpReader reader;
+        writeFile(path(u"some.pdf"_s), "");
+        writeFile(path(u"some.txt"_s), "text");
+        {
+            PreviewLoader loader(
+                FilePreviewService(&reader), nullptr, std::chrono::milliseconds(2500));
+            const auto textAfter = [&](const QString &name) {
+                loader.load(file(name));
+                [[maybe_unused]] const bool isDone =
+                    QTest::qWaitFor([&] { return !loader.isReading(); }, 8000);
+                return loader.text() ? loader.text()->plain : QString();
+            };
+            const int most = PreviewLoader::kMostAbandoned + 1;
+            for (int i = 1; i <= most; ++i) {
+                loader.load(file(u"some.pdf"_s));
+                QTRY_COMPARE(reader.opened, i);
+                if (i < most)
+                    QCOMPARE(textAfter(u"some.txt"_s), u"text"_s);
+            }
+            QCOMPARE(textAfter(u"some.txt"_s), QString()); // too many
+            reader.goOn.release();
+            QTRY_COMPARE(reader.closed, 1);
+            QCOMPARE(textAfter(u"some.txt"_s), u"text"_s);
+            QCOMPARE(reader.opened, most);
+            loader.load(file(u"some.pdf"_s));
+            QTRY_COMPARE(reader.opened, most + 1);
+        } // without an end of what is held up
+        QCOMPARE(reader.closed, 1);
+        reader.goOn.release(PreviewLoader::kMostAbandoned + 1);
+        QTRY_COMPARE(reader.closed, reader.opened);
     }
 
     void filesThatAreNoneHaveNoText()
