@@ -119,6 +119,11 @@ parseMoment(const ContentLine &line, std::string_view value, const Zones &zones)
     return moment;
 }
 
+Moment moved(const Moment &moment, std::int64_t seconds)
+{
+    return {.wall = wallOf(moment.wallSeconds() + seconds), .zone = moment.zone};
+}
+
 icaltimetype wallIn(const Moment &moment, icaltimezone *zone)
 {
     if (moment.isFloating() || !zone || moment.zone == zone)

@@ -28,6 +28,9 @@ struct Moment
 [[nodiscard]] std::optional<Moment>
 parseMoment(const ContentLine &line, std::string_view value, const Zones &zones);
 
+/// The same time, that much later on the same clocks.
+[[nodiscard]] Moment moved(const Moment &moment, std::int64_t seconds);
+
 /// The same time in another zone, or floating.
 [[nodiscard]] icaltimetype wallIn(const Moment &moment, icaltimezone *zone);
 

@@ -67,6 +67,21 @@ void setEnd(icalrecurrencetype &rule, const Moment &start)
     rule.until.zone = nullptr;
 }
 
+/// Seconds from one to the next of what a rule with hours or less counts; 0 where it is longer.
+std::int64_t shortPeriod(const icalrecurrencetype &rule)
+{
+    switch (rule.freq) {
+    case ICAL_HOURLY_RECURRENCE:
+        return std::int64_t{3600} * rule.interval;
+    case ICAL_MINUTELY_RECURRENCE:
+        return std::int64_t{60} * rule.interval;
+    case ICAL_SECONDLY_RECURRENCE:
+        return rule.interval;
+    default:
+        return 0;
+    }
+}
+
 /// False when the time was up before its end.
 bool addRule(const std::string &text,
              const Moment &start,
@@ -78,13 +93,19 @@ bool addRule(const std::string &text,
     if (rule.freq == ICAL_NO_RECURRENCE)
         return true;
     setEnd(rule, start);
-    const std::unique_ptr<icalrecur_iterator, decltype(&::icalrecur_iterator_free)> iterator(
-        ::icalrecur_iterator_new(rule, start.wall), ::icalrecur_iterator_free);
-    if (!iterator)
-        return true;
     // A day is more than clocks are apart from those of UTC. Counted ones begin with the first.
     constexpr std::int64_t kMargin = 2 * kDay;
-    if (rule.count == 0 && start.wallSeconds() < span.earliest - kMargin) {
+    const std::int64_t before = span.earliest - kMargin - start.wallSeconds();
+    const bool isSkipping = rule.count == 0 && before > 0;
+    // libical loses count of hours, minutes and seconds when it is to start later.
+    const std::int64_t period = isSkipping && !start.isDate() ? shortPeriod(rule) : 0;
+    const icaltimetype first =
+        period > 0 ? moved(start, before / period * period).wall : start.wall;
+    const std::unique_ptr<icalrecur_iterator, decltype(&::icalrecur_iterator_free)> iterator(
+        ::icalrecur_iterator_new(rule, first), ::icalrecur_iterator_free);
+    if (!iterator)
+        return true;
+    if (isSkipping && period <= 0) {
         icaltimetype from = ::icaltime_from_timet_with_zone(
             span.earliest - kMargin, start.isDate() ? 1 : 0, nullptr);
         ::icalrecur_iterator_set_start(iterator.get(), from);

@@ -317,6 +317,14 @@ private Q_SLOTS:
         QTest::newRow("local time")
             << QByteArray("DTSTART;TZID=Island:20010103T100000 RRULE:FREQ=WEEKLY")
             << u"2026-03-11 09:00"_s;
+        for (const auto &[rule, expected] :
+             {std::pair("FREQ=MINUTELY;INTERVAL=7001", "2026-03-11 22:52"),
+              std::pair("FREQ=HOURLY;INTERVAL=97", "2026-03-12 06:00"),
+              std::pair("FREQ=DAILY;INTERVAL=6", "2026-03-11 10:00"),
+              std::pair("FREQ=MONTHLY;INTERVAL=151;BYMONTHDAY=11", "2026-03-11 10:00"),
+              std::pair("FREQ=YEARLY;INTERVAL=5;BYMONTH=3;BYMONTHDAY=11", "2026-03-11 10:00")})
+            QTest::newRow(rule) << "DTSTART:20010103T100000Z RRULE:" + QByteArray(rule)
+                                << QString::fromUtf8(expected);
     }
     void findsOccurrencesLongAfterTheFirst()
     {
