@@ -115,6 +115,12 @@ private:
 
 } // namespace
 
+bool Calendar::Event::isThisAndFuture() const
+{
+    const auto line = ContentLine::parse(recurrenceId);
+    return line && line->isThisAndFuture();
+}
+
 Calendar Calendar::parse(std::string_view document)
 {
     Reader reader;

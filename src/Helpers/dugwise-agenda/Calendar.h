@@ -26,6 +26,10 @@ struct Calendar
         std::string recurrenceId;             ///< of one that stands in for an occurrence
         std::vector<std::string> recurrences; ///< RRULE, RDATE, EXDATE, EXRULE
         bool isCancelled = false;
+
+        /// Whether it stands in for all later occurrences as well, moved and shaped alike
+        /// (RFC 5545, 3.2.13).
+        [[nodiscard]] bool isThisAndFuture() const;
     };
 
     /// Events that are not complete are left out.

@@ -109,6 +109,11 @@ std::string_view ContentLine::parameter(std::string_view parameterName) const
     return {};
 }
 
+bool ContentLine::isThisAndFuture() const
+{
+    return isSameName(parameter("RANGE"), "THISANDFUTURE");
+}
+
 bool ContentLine::isQuotedPrintable() const
 {
     if (parameters.empty())

@@ -25,6 +25,8 @@ struct ContentLine
     [[nodiscard]] bool isValue(std::string_view other) const;
     /// The first value of a parameter, without quotes; empty when there is none.
     [[nodiscard]] std::string_view parameter(std::string_view parameterName) const;
+    /// Whether its RANGE says so.
+    [[nodiscard]] bool isThisAndFuture() const;
     /// vCard 2.1 gives the value alone, too.
     [[nodiscard]] bool isQuotedPrintable() const;
     /// The value as plain bytes: still escaped, and in whatever characters it is written.

@@ -14,10 +14,12 @@ namespace dugwise {
 
 namespace {
 
+/// Events that stand in for all later occurrences; what a calendar has beyond stands in for one.
+constexpr int kMostOfThisAndFuture = 100;
 constexpr std::size_t kRecurrenceIdSize = std::string_view("RECURRENCE-ID").size();
 
 /// Occurrences that others stand in for are not to come up again: has the others of the same UID
-/// except them.
+/// except them, and where a RANGE says so, all later ones.
 void exceptReplaced(std::vector<Calendar::Event> &events)
 {
     std::unordered_map<std::string, std::vector<std::string>> replaced;
@@ -33,34 +35,66 @@ void exceptReplaced(std::vector<Calendar::Event> &events)
     }
 }
 
-/// The event's times alone, as a document by themselves.
-std::string recurringDocument(const Calendar::Event &event, const Zones &zones)
+/// By UID, those whose later occurrences others may stand in for.
+using Series = std::unordered_map<std::string_view, const Calendar::Event *>;
+
+Series seriesAmong(const std::vector<Calendar::Event> &events)
 {
-    std::string lines = "BEGIN:VEVENT\n" + event.start + "\n";
+    Series series;
+    for (const Calendar::Event &event : events) {
+        if (event.recurrenceId.empty() && !event.recurrences.empty() && !event.uid.empty())
+            series.emplace(event.uid, &event);
+    }
+    return series;
+}
+
+/// What it takes to find the occurrences of a series, or those that the event of it stands in for:
+/// their times alone, as a document by themselves.
+std::string
+recurringDocument(const Calendar::Event &series, const Calendar::Event &event, const Zones &zones)
+{
+    std::string lines;
     std::set<std::string_view> zoneNames;
-    const auto addZone = [&zoneNames](std::string_view text) {
+    const auto add = [&](const std::string &text) {
         if (const auto line = ContentLine::parse(text))
             zoneNames.insert(line->parameter("TZID"));
+        lines += text + "\n";
     };
-    addZone(event.start);
-    for (const std::string &recurrence : event.recurrences) {
-        addZone(recurrence);
-        lines += recurrence + "\n";
+    lines += "BEGIN:VEVENT\n";
+    add(series.start);
+    for (const std::string &recurrence : series.recurrences) {
+        if (lines.size() > Records::kMostOfWhole)
+            return lines;
+        add(recurrence);
+    }
+    lines += "END:VEVENT\n";
+    if (&event != &series) {
+        lines += "BEGIN:VEVENT\n";
+        add(event.start);
+        add(event.recurrenceId);
+        lines += "END:VEVENT\n";
     }
     std::string definitions;
     for (const std::string_view name : zoneNames)
         definitions += zones.definition(name);
-    return definitions + lines + "END:VEVENT\n";
+    return definitions + lines;
 }
 
-void tell(const Calendar::Event &event, const Zones &zones, std::uint32_t number, Records &records)
+/// `series`: whose occurrences it has; null where it is one by itself.
+void tell(const Calendar::Event &event,
+          const Calendar::Event *series,
+          const Zones &zones,
+          std::uint32_t number,
+          Records &records)
 {
     const auto line = ContentLine::parse(event.start);
     const auto start = line ? parseMoment(*line, line->value, zones) : std::nullopt;
     if (!start)
         return;
-    const bool isRecurring = !event.recurrences.empty() && event.recurrenceId.empty();
-    const std::string recurring = isRecurring ? recurringDocument(event, zones) : std::string();
+    const auto replaced = ContentLine::parse(event.recurrenceId);
+    if (replaced && !parseMoment(*replaced, replaced->value, zones))
+        series = nullptr;
+    const std::string recurring = series ? recurringDocument(*series, event, zones) : std::string();
     if (recurring.size() > Records::kMostOfWhole)
         return;
     records.begin(number);
@@ -82,11 +116,20 @@ void addEvents(std::uint32_t number, std::string_view document, std::vector<Item
 {
     const auto calendar = std::make_shared<Calendar>(Calendar::parse(document));
     exceptReplaced(calendar->events);
+    const Series known = seriesAmong(calendar->events);
+    int ofThisAndFuture = 0;
     for (const Calendar::Event &event : calendar->events) {
         if (event.isCancelled)
             continue;
-        items.emplace_back([calendar, &event, number](Records &records) {
-            tell(event, calendar->zones, number, records);
+        const Calendar::Event *series = nullptr;
+        if (event.recurrenceId.empty() && !event.recurrences.empty())
+            series = &event;
+        else if (const auto found = known.find(event.uid);
+                 found != known.end() && event.isThisAndFuture()
+                 && ++ofThisAndFuture <= kMostOfThisAndFuture)
+            series = found->second;
+        items.emplace_back([calendar, &event, series, number](Records &records) {
+            tell(event, series, calendar->zones, number, records);
         });
     }
 }
@@ -101,9 +144,7 @@ void addOccurrences(std::uint32_t number,
     if (calendar->events.empty())
         return;
     items.emplace_back([calendar, number, earliest, latest](Records &records) {
-        const Calendar::Event &event = calendar->events.front();
-        const Occurrences found =
-            occurrences(event.start, event.recurrences, calendar->zones, earliest, latest);
+        const Occurrences found = occurrences(*calendar, earliest, latest);
         records.begin(number);
         records.text(found.areAll ? "" : "more");
         for (const std::int64_t start : found.starts)

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 
 namespace dugwise {
@@ -39,14 +40,14 @@ int dayOf(const icaltimetype &wall)
     return (wall.year * 100 + wall.month) * 100 + wall.day;
 }
 
-/// Starts with the day that each is on, on the clocks of the event.
-using Starts = std::map<std::int64_t, int>;
+/// On the clocks of the event, by their seconds.
+using Starts = std::map<std::int64_t, Moment>;
 
 void add(const Moment &moment, const Span &span, Starts &starts)
 {
     const std::int64_t seconds = moment.seconds();
     if (span.contains(seconds) && starts.size() < kMost)
-        starts.emplace(seconds, dayOf(moment.wall));
+        starts.emplace(seconds, moment);
 }
 
 /// On the clocks of the event's zone; what is a date ends with that day.
@@ -139,60 +140,155 @@ std::vector<Moment> moments(const ContentLine &line, const Moment &start, const 
     return found;
 }
 
-std::vector<std::int64_t>
-without(const Starts &exceptions, const std::set<int> &exceptDays, const Starts &starts)
+/// Whether a start is this one or later; of days, on that day or later.
+bool isFrom(const Moment &start, const Moment &first)
 {
-    std::vector<std::int64_t> left;
-    for (const auto &[seconds, day] : starts) {
-        if (!exceptions.contains(seconds) && !exceptDays.contains(day))
-            left.push_back(seconds);
-    }
-    return left;
+    return start.isDate() || first.isDate() ? dayOf(start.wall) >= dayOf(first.wall)
+                                            : start.seconds() >= first.seconds();
 }
+
+/// What of a series' starts is taken away again.
+struct Exceptions
+{
+    Starts starts;
+    std::set<int> days;
+    std::optional<Moment> from; ///< with all later ones
+
+    /// Unless it is as early as the occurrence whose change is looked at.
+    void addFrom(const Moment &moment, const std::optional<Moment> &changed)
+    {
+        const bool isEarly = changed && isFrom(*changed, moment);
+        if (!isEarly && (!from || isFrom(*from, moment)))
+            from = moment;
+    }
+    [[nodiscard]] bool contain(std::int64_t seconds, const Moment &start) const
+    {
+        return starts.contains(seconds) || days.contains(dayOf(start.wall))
+               || (from && isFrom(start, *from));
+    }
+};
+
+/// What an event makes of the occurrence that it stands in for, and of all later ones.
+struct Change
+{
+    Moment from;            ///< the occurrence, on the clocks of the series
+    std::int64_t delay = 0; ///< on the clocks
+    icaltimezone *zone = nullptr;
+
+    static std::optional<Change>
+    by(const Calendar::Event &event, const Moment &seriesStart, const Zones &zones)
+    {
+        const auto replaced = ContentLine::parse(event.recurrenceId);
+        const auto own = ContentLine::parse(event.start);
+        if (!replaced || !own)
+            return std::nullopt;
+        const std::vector<Moment> occurrence = moments(*replaced, seriesStart, zones);
+        const auto start = parseMoment(*own, own->value, zones);
+        if (occurrence.empty() || !start)
+            return std::nullopt;
+        const Moment from{.wall = wallIn(occurrence.front(), seriesStart.zone),
+                          .zone = seriesStart.zone};
+        return Change{from, start->wallSeconds() - from.wallSeconds(), start->zone};
+    }
+
+    /// Where starts are before the change that are in the span behind it.
+    [[nodiscard]] Span before(const Span &span) const
+    {
+        return {std::max(span.earliest - delay, from.seconds()) - kDay, span.latest - delay + kDay};
+    }
+    [[nodiscard]] Moment changed(const Moment &start) const
+    {
+        Moment later = moved(start, delay);
+        later.zone = zone;
+        return later;
+    }
+};
+
+/// Adds up the lines of a series.
+class SeriesStarts
+{
+public:
+    /// `changed`: the occurrence whose change is looked at, if it is that.
+    SeriesStarts(const Moment &start, const Span &span, std::optional<Moment> changed)
+        : m_start(start)
+        , m_span(span)
+        , m_changed(changed)
+    {
+        add(changed.value_or(start), span, m_starts);
+    }
+
+    void take(const ContentLine &line, const Zones &zones)
+    {
+        const bool isRule = line.isNamed("RRULE");
+        if (isRule || line.isNamed("EXRULE")) {
+            m_areAll &= addRule(std::string(trimmed(line.value)),
+                                m_start,
+                                m_span,
+                                m_begin + (isRule ? kLongestOfStarts : kLongest),
+                                isRule ? m_starts : m_exceptions.starts);
+            return;
+        }
+        for (const Moment &moment : moments(line, m_start, zones)) {
+            if (line.isNamed("RDATE"))
+                add(moment, m_span, m_starts);
+            else if (line.isThisAndFuture())
+                m_exceptions.addFrom(moment, m_changed);
+            else if (moment.isDate() || m_start.isDate())
+                m_exceptions.days.insert(dayOf(moment.wall));
+            else
+                m_exceptions.starts.emplace(moment.seconds(), moment);
+        }
+    }
+    [[nodiscard]] bool areAll() const
+    {
+        return m_areAll && m_starts.size() < kMost && m_exceptions.starts.size() < kMost;
+    }
+    /// What is left of them; of a change, from the changed occurrence on.
+    [[nodiscard]] Starts left()
+    {
+        std::erase_if(m_starts, [this](const auto &start) {
+            return m_exceptions.contain(start.first, start.second)
+                   || (m_changed && !isFrom(start.second, *m_changed));
+        });
+        return std::move(m_starts);
+    }
+
+private:
+    Moment m_start;
+    Span m_span;
+    std::optional<Moment> m_changed;
+    Steady::time_point m_begin = Steady::now();
+    Starts m_starts;
+    Exceptions m_exceptions;
+    bool m_areAll = true;
+};
 
 } // namespace
 
-Occurrences occurrences(const std::string &startLine,
-                        const std::vector<std::string> &recurrences,
-                        const Zones &zones,
-                        std::int64_t earliest,
-                        std::int64_t latest)
+Occurrences occurrences(const Calendar &calendar, std::int64_t earliest, std::int64_t latest)
 {
-    const Steady::time_point begin = Steady::now();
-    const auto first = ContentLine::parse(startLine);
-    const auto start = first ? parseMoment(*first, first->value, zones) : std::nullopt;
+    const Calendar::Event &series = calendar.events.front();
+    const auto first = ContentLine::parse(series.start);
+    const auto start = first ? parseMoment(*first, first->value, calendar.zones) : std::nullopt;
     if (!start)
         return {};
-    const Span span{earliest, latest};
-    Starts starts;
-    Starts exceptions;
-    std::set<int> exceptDays;
-    Occurrences found;
-    add(*start, span, starts);
-    for (const std::string &recurrence : recurrences) {
-        const auto line = ContentLine::parse(recurrence);
-        if (!line)
-            continue;
-        if (line->isNamed("RRULE") || line->isNamed("EXRULE")) {
-            const bool isRule = line->isNamed("RRULE");
-            found.areAll &= addRule(std::string(trimmed(line->value)),
-                                    *start,
-                                    span,
-                                    begin + (isRule ? kLongestOfStarts : kLongest),
-                                    isRule ? starts : exceptions);
-            continue;
-        }
-        for (const Moment &moment : moments(*line, *start, zones)) {
-            if (line->isNamed("RDATE"))
-                add(moment, span, starts);
-            else if (moment.isDate() || start->isDate())
-                exceptDays.insert(dayOf(moment.wall));
-            else
-                exceptions.emplace(moment.seconds(), 0);
-        }
+    std::optional<Change> change;
+    if (calendar.events.size() > 1)
+        change = Change::by(calendar.events[1], *start, calendar.zones);
+    const Span asked{earliest, latest};
+    SeriesStarts starts(*start,
+                        change ? change->before(asked) : asked,
+                        change ? std::optional(change->from) : std::nullopt);
+    for (const std::string &recurrence : series.recurrences) {
+        if (const auto line = ContentLine::parse(recurrence))
+            starts.take(*line, calendar.zones);
     }
-    found.areAll &= starts.size() < kMost && exceptions.size() < kMost;
-    found.starts = without(exceptions, exceptDays, starts);
+    Occurrences found{.starts = {}, .areAll = starts.areAll()};
+    for (const auto &[seconds, moment] : starts.left()) {
+        const std::int64_t time = change ? change->changed(moment).seconds() : seconds;
+        if (asked.contains(time))
+            found.starts.push_back(time);
+    }
     return found;
 }
 

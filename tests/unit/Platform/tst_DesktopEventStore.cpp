@@ -361,6 +361,48 @@ private Q_SLOTS:
                               u"2026-06-10 09:00 Moved"_s}));
     }
 
+    void replacesAllLaterOccurrences()
+    {
+        const QByteArray weekly = vevent("UID:1 DTSTART;TZID=Europe/Berlin:20260302T090000 "
+                                         "DURATION:PT1H RRULE:FREQ=WEEKLY;COUNT=9",
+                                         "Weekly");
+        // From 16 March on four days and an hour later, over the change of clocks.
+        const QByteArray later = vevent("UID:1 RECURRENCE-ID;RANGE=THISANDFUTURE:20260316T080000Z "
+                                        "DTSTART;TZID=Europe/Berlin:20260320T100000 DURATION:PT2H",
+                                        "Later");
+        const QByteArray one = vevent("UID:1 RECURRENCE-ID:20260323T080000Z "
+                                      "DTSTART:20260323T080000Z",
+                                      "Once");
+        const QByteArray none = vevent("UID:1 "
+                                       "RECURRENCE-ID;RANGE=THISANDFUTURE;TZID=Europe/Berlin:"
+                                       "20260420T090000 DTSTART:20260420T070000Z STATUS:CANCELLED");
+        const QStringList expected{u"2026-03-02 08:00 Weekly"_s,
+                                   u"2026-03-09 08:00 Weekly"_s,
+                                   u"2026-03-20 09:00 Later"_s,
+                                   u"2026-03-23 08:00 Once"_s,
+                                   u"2026-04-03 08:00 Later"_s,
+                                   u"2026-04-10 08:00 Later"_s,
+                                   u"2026-04-17 08:00 Later"_s};
+        write(u"a.ics"_s, calendar(none + later + weekly + one));
+        QCOMPARE(find(), expected);
+        QCOMPARE(find(u"2026-04-10"_s, u"2026-04-11"_s), expected.mid(5, 1));
+        const StoredEvent last = m_store->eventsIn(span(u"2026-04-17"_s, u"2026-04-18"_s)).value(0);
+        QCOMPARE(last.end, at(u"2026-04-17T10:00:00Z"_s));
+
+        write(u"a.ics"_s,
+              calendar(vevent("UID:2 DTSTART;VALUE=DATE:20260301 RRULE:FREQ=DAILY", "Days")
+                       + vevent("UID:2 RECURRENCE-ID;VALUE=DATE;RANGE=THISANDFUTURE:20260303 "
+                                "DTSTART:20260303T180000Z",
+                                "Evenings")));
+        QCOMPARE(find().mid(0, 4),
+                 (QStringList{u"2026-03-01 00:00 Days"_s,
+                              u"2026-03-02 00:00 Days"_s,
+                              u"2026-03-03 18:00 Evenings"_s,
+                              u"2026-03-04 18:00 Evenings"_s}));
+        QCOMPARE(find(u"2026-05-01"_s, u"2026-05-02"_s),
+                 QStringList{u"2026-05-01 18:00 Evenings"_s});
+    }
+
     void countsAnEventOnce()
     {
         const QByteArray one = vevent("UID:1 DTSTART:20260310T140000Z RRULE:FREQ=DAILY;COUNT=2");
