@@ -23,10 +23,14 @@ namespace {
 constexpr auto kDamageMark = "/mail.damaged"_L1;
 constexpr std::size_t kTrigram = 3; // code points
 
+bool beginsCodePoint(char c)
+{
+    return (static_cast<unsigned char>(c) & 0xC0U) != 0x80;
+}
+
 std::size_t codePoints(std::string_view utf8)
 {
-    return static_cast<std::size_t>(std::ranges::count_if(
-        utf8, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; }));
+    return static_cast<std::size_t>(std::ranges::count_if(utf8, beginsCodePoint));
 }
 
 /// As the texts of the index are: folded, with single blanks for white space, also at the ends.
@@ -59,13 +63,13 @@ std::string phraseOf(std::string_view text)
 class Condition
 {
 public:
-    /// Columns are parted by blanks; the text may be in any of them.
+    /// Columns are parted by blanks; the text may be in any of them, and its trigrams in no other.
     void addText(const std::string &columns, const std::string &text)
     {
         if (text.empty())
             return;
         if (codePoints(text) >= kTrigram) {
-            m_phrases += (m_phrases.empty() ? "{" : " AND {") + columns + "} : " + phraseOf(text);
+            m_phrases += (m_phrases.empty() ? "" : " AND ") + phraseOf(text);
             return;
         }
         // Too short for the index: all texts are read.
@@ -155,7 +159,8 @@ QList<MailItem> MailIndex::search(const MailPredicate &predicate, int most, QDea
     }
     Condition condition;
     condition.addText("subject body", searched(predicate.textOrSubject.value_or(QString())));
-    condition.addText("addresses", searched(predicate.authorEmailAddress.value_or(QString())));
+    condition.addText("addresses",
+                      spaced(searched(predicate.authorEmailAddress.value_or(QString()))));
     const std::string sql = "SELECT m.id, m.subject, m.authors, m.beginning, f.path, m.name, "
                             "m.identity FROM words w CROSS JOIN message m ON m.id = w.rowid "
                             "CROSS JOIN folder f ON f.id = m.folder "
@@ -193,6 +198,17 @@ MailIndex::Summary MailIndex::summary()
     if (progress.step())
         summary.percent = static_cast<int>(std::clamp<qint64>(progress.integer(0), 0, 99));
     return summary;
+}
+
+std::string MailIndex::spaced(std::string_view utf8)
+{
+    std::string text;
+    for (const char c : utf8) {
+        if (!text.empty() && beginsCodePoint(c))
+            text += '\n';
+        text += c;
+    }
+    return text;
 }
 
 QString MailIndex::path(const QString &folder)

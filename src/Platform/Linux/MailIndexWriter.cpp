@@ -239,7 +239,8 @@ void MailIndexWriter::insert(qint64 id, const NewMessage &message)
     m_insertWords.bind(1, id);
     m_insertWords.bind(2, std::string_view(folded(view(mail.subject))));
     m_insertWords.bind(3, std::string_view(folded(text)));
-    m_insertWords.bind(4, std::string_view(folded(view(mail.addresses.join('\n')))));
+    const std::string addresses = MailIndex::spaced(folded(view(mail.addresses.join('\n'))));
+    m_insertWords.bind(4, std::string_view(addresses));
     check(m_insertWords.run());
 }
 

@@ -197,12 +197,15 @@ private Q_SLOTS:
         row("underscore", u"a_b"_s, u"Signs"_s);
         row("star", u"c*d"_s, u"Signs"_s);
         row("star as any", u"quarter*budget"_s, u""_s);
+        row("star as the beginning of a word", u"quarter*"_s, u""_s);
         row("question mark", u"e?f"_s, u"Signs"_s);
+        row("question mark as any", u"quarterl? budget"_s, u""_s);
         row("quotes", u"\"it's\""_s, u"Signs"_s);
         row("an open quote", u"\"quarterly"_s, u""_s);
         row("operators", u"budget OR grosse"_s, u""_s);
         row("an operator that is there", u"this AND that NOT those"_s, u"Signs"_s);
         row("a column", u"subject:"_s, u""_s);
+        row("the sender", u"acme.example"_s, u""_s);
         row("brackets", u"(a+b)^2 {c}"_s, u"Signs"_s);
         row("a backslash", u"\\n;--"_s, u"Signs"_s);
         row("NUL", u"a\0b"_s, u""_s);
@@ -278,7 +281,9 @@ private Q_SLOTS:
         QCOMPARE(count(u"JOERG@ACME"_s, 2000, 5000), 2);
         QCOMPARE(count(u"x@y.example"_s, -1e300, 1e300), 15);
         QCOMPARE(count(u"@y"_s, 0, 1e9), 15);
-        QCOMPARE(count(u"%"_s, 0, 1e9), 0);
+        QCOMPARE(count(u"@"_s, 0, 1e9), 30);
+        for (const auto &sign : {u"%"_s, u"*"_s, u"?"_s, u"\""_s}) // stand for themselves
+            QCOMPARE(count(u"joerg"_s + sign, 0, 1e9) + count(sign, 0, 1e9), 0);
         QCOMPARE(count(u"robin@z.example"_s, 0, 1e9), 0);
         QCOMPARE(count({}, 5000, 2000), 0);
         QCOMPARE(count({}, std::nan(""), std::nan("")), 0);
