@@ -31,6 +31,11 @@ void giveWay()
     ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), kLowest);
 }
 
+bool isReady(const std::shared_future<void> &future)
+{
+    return !future.valid() || future.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+}
+
 } // namespace
 
 MailIndexer::MailIndexer(StandardFolders folders, QString program)
@@ -40,23 +45,36 @@ MailIndexer::MailIndexer(StandardFolders folders, QString program)
 
 std::shared_future<void> MailIndexer::update(bool isAwaited)
 {
-    if (m_isRunning)
-        return m_current;
+    if (!m_isWaiting)
+        start(isAwaited);
+    return isReady(m_before) ? m_latest : m_before;
+}
+
+/// Starts an update that waits for the end of the one before.
+void MailIndexer::start(bool isAwaited)
+{
     std::promise<void> current;
-    m_current = current.get_future().share();
+    m_before = std::exchange(m_latest, current.get_future().share());
     std::stop_source haste;
     if (isAwaited)
         QTimer::singleShot(kHaste, qApp, [haste]() mutable { haste.request_stop(); });
     else
         haste.request_stop();
-    m_isRunning = true;
+    m_isWaiting = true;
     m_thread = std::jthread(
-        [this](const std::stop_token &stop, std::stop_source hasteOver, std::promise<void> done) {
+        [this](const std::stop_token &stop,
+               std::jthread before,
+               std::stop_source hasteOver,
+               std::promise<void> done) {
+            const std::stop_callback endBefore(stop, [&before] { before.request_stop(); });
+            if (before.joinable())
+                before.join();
+            m_isWaiting = false;
             run(stop, std::move(hasteOver), std::move(done));
         },
+        std::move(m_thread),
         std::move(haste),
         std::move(current));
-    return m_current;
 }
 
 void MailIndexer::run(const std::stop_token &stop,
@@ -76,7 +94,6 @@ void MailIndexer::run(const std::stop_token &stop,
         const bool isWhole = pass(stop, stop, onCurrent);
     if (!isCurrent)
         current.set_value();
-    m_isRunning = false;
 }
 
 /// False when it was stopped; what has been read is written then, unless it is to `quit`.

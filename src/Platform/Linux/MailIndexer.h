@@ -28,14 +28,17 @@ public:
     /// Ends an update that is under way; the next one goes on where it was.
     ~MailIndexer() = default;
 
-    /// Starts an update, unless one is under way. The future is ready when all that is new has been
-    /// read, or will not be: when another process writes, or something fails. One that somebody
-    /// waits for (`isAwaited`) runs like any other thread until it is that far, or for kHaste.
+    /// Starts an update; while one is under way, one more that follows it, for what has changed
+    /// since it began. The future is ready when all that is new has been read, or will not be: when
+    /// another process writes, or something fails. It is that of the update under way, or that of
+    /// the next one where the former is that far. One that somebody waits for (`isAwaited`) runs
+    /// like any other thread until it is that far, or for kHaste.
     std::shared_future<void> update(bool isAwaited);
 
     static constexpr std::chrono::milliseconds kHaste{2000};
 
 private:
+    void start(bool isAwaited);
     void run(const std::stop_token &stop, std::stop_source haste, std::promise<void> current);
     [[nodiscard]] bool pass(const std::stop_token &stop,
                             const std::stop_token &quit,
@@ -43,9 +46,10 @@ private:
 
     StandardFolders m_folders;
     QString m_program;
-    std::shared_future<void> m_current;
-    std::atomic<bool> m_isRunning = false;
-    std::jthread m_thread; ///< gone before all it uses
+    std::shared_future<void> m_before; ///< of the update before the latest one
+    std::shared_future<void> m_latest;
+    std::atomic<bool> m_isWaiting = false; ///< the latest one has not begun
+    std::jthread m_thread;                 ///< gone before all it uses; has the one before
 };
 
 } // namespace dugwise

@@ -531,6 +531,27 @@ private Q_SLOTS:
         QCOMPARE(QCoro::waitFor(none.gather({}, 20)).size(), 2);
     }
 
+    void readsAgainWhatComesMeanwhile()
+    {
+        const QString started = m_home->path(u"started"_s);
+        const QString mayGoOn = m_home->path(u"may-go-on"_s);
+        const QString program = m_home->path(u"extract"_s);
+        writeFile(program,
+                  "#!/bin/sh\n: >" + QFile::encodeName(started) + "\nuntil test -e "
+                      + QFile::encodeName(mayGoOn)
+                      + "; do /bin/sleep 0.01; done\nexec " DUGWISE_EXTRACT " \"$@\"\n");
+        QVERIFY(QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner));
+        writeFile(inbox(), inMbox({.subject = "a", .text = "text"}));
+        MailIndexer indexer(m_home->platform.folders, program);
+        indexer.update(false);
+        QTRY_VERIFY(QFileInfo::exists(started));
+        writeFile(profile(u"Mail/x/Archive"_s), inMbox({.subject = "b", .text = "text"}));
+        indexer.update(false);
+        writeFile(mayGoOn, "");
+        MailIndex index(m_home->platform.folders.cache);
+        QTRY_COMPARE(index.summary().messages, 2);
+    }
+
     void endsInTheMiddleOfRemoving()
     {
         QByteArray mbox;
