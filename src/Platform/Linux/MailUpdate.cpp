@@ -155,6 +155,11 @@ void MailUpdate::run(const QList<MailFolder> &folders, const std::function<void(
     urgent.removeIf([](const Work &work) { return !work.isUrgent; });
     for (const Work &work : std::as_const(urgent))
         m_total += work.size;
+    if (m_total > 0) {
+        m_index.begin();
+        m_index.setProgress(0, m_total);
+        m_index.commit();
+    }
     for (const Work &work : std::as_const(urgent)) {
         if (!isToEnd())
             carryOut(work);
@@ -189,7 +194,7 @@ QList<MailUpdate::Work> MailUpdate::findWork(const QList<MailFolder> &folders)
         std::optional<Work> work = workOn(folder, isKnown ? *at : MailIndexWriter::Folder());
         if (isKnown)
             known.erase(at);
-        if (work)
+        if (work && (folder.kind != MailFolder::Kind::maildir || listMaildir(*work)))
             all.append(std::move(*work));
     }
     for (const MailFolder &folder : folders) {
@@ -291,43 +296,53 @@ void MailUpdate::readMbox(const Work &work)
     m_index.commit();
 }
 
-void MailUpdate::readMaildir(const Work &work)
+/// Finds what is new in a Maildir, and has the index follow what is not; false when it cannot.
+bool MailUpdate::listMaildir(Work &work)
 {
-    const std::optional<QHash<QByteArray, QByteArray>> listed = maildirNames(work.folder.path);
-    if (!listed)
-        return;
-    const QHash<QByteArray, QByteArray> &names = *listed;
-    MailIndexWriter::Folder now =
-        work.known.id == 0 ? m_index.folder(work.folder.path) : work.known;
-    const QHash<QByteArray, QByteArray> known = m_index.names(now.id);
-    QList<QByteArray> fresh;
+    const std::optional<QHash<QByteArray, QByteArray>> names = maildirNames(work.folder.path);
+    if (!names || isToEnd())
+        return false;
+    if (work.known.id == 0)
+        work.known = m_index.folder(work.folder.path);
+    const QHash<QByteArray, QByteArray> known = m_index.names(work.known.id);
     m_index.begin();
     for (auto at = known.cbegin(); at != known.cend(); ++at) {
         if (isToEnd())
-            return;
-        const auto name = names.constFind(at.key());
-        if (name == names.cend())
-            m_index.remove(now.id, at.key());
+            return false;
+        const auto name = names->constFind(at.key());
+        if (name == names->cend())
+            m_index.remove(work.known.id, at.key());
         else if (!at->isEmpty() && *at != *name)
-            m_index.rename(now.id, at.key(), *name);
+            m_index.rename(work.known.id, at.key(), *name);
     }
     m_index.commit();
-    for (auto at = names.cbegin(); at != names.cend(); ++at) {
-        if (!known.contains(at.key()))
-            fresh.append(at.key());
+    const QByteArray folder = QFile::encodeName(work.folder.path) + '/';
+    for (auto at = names->cbegin(); at != names->cend(); ++at) {
+        if (known.contains(at.key()))
+            continue;
+        struct stat facts = {};
+        if (::lstat((folder + *at).constData(), &facts) == 0)
+            work.size += std::min<qint64>(facts.st_size, MailParser::kMostMessage);
+        work.fresh.append({at.key(), *at});
     }
-    std::ranges::sort(fresh); // by their time, mostly
-    for (const QByteArray &key : std::as_const(fresh)) {
+    std::ranges::sort(work.fresh); // by their time, mostly
+    return true;
+}
+
+void MailUpdate::readMaildir(const Work &work)
+{
+    for (const auto &[key, name] : work.fresh) {
         if (isToEnd())
             break;
-        const QByteArray name = names.value(key);
         const QByteArray bytes = readMessage(QFile::encodeName(work.folder.path) + '/' + name);
+        m_done += bytes.size();
         if (!bytes.isEmpty()) // else it went away, or is not there yet
-            add({.folder = now.id, .key = key, .name = name}, bytes);
+            add({.folder = work.known.id, .key = key, .name = name}, bytes);
     }
     flush();
     if (isToEnd())
         return;
+    MailIndexWriter::Folder now = work.known;
     now.state = work.state;
     m_index.begin();
     m_index.save(now);

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <stop_token>
+#include <utility>
 
 namespace dugwise {
 
@@ -30,8 +31,10 @@ private:
         MailFolder folder;
         MailIndexWriter::Folder known;
         QByteArray state; ///< of the folder now; empty while it may change without being seen
-        qint64 size = 0;  ///< bytes to be read, as far as that is known
+        qint64 size = 0;  ///< bytes to be read
         qint64 from = 0;  ///< of an mbox: the offset from which on it is new
+        /// Of a Maildir: the keys and names of new messages.
+        QList<std::pair<QByteArray, QByteArray>> fresh;
         bool isUrgent = true;
     };
 
@@ -40,6 +43,7 @@ private:
     [[nodiscard]] QList<Work> findWork(const QList<MailFolder> &folders);
     [[nodiscard]] bool isToEnd() const;
     void carryOut(const Work &work);
+    [[nodiscard]] bool listMaildir(Work &work);
     void readMbox(const Work &work);
     void readMaildir(const Work &work);
     void add(MailIndexWriter::NewMessage message, QByteArray bytes);

@@ -552,6 +552,27 @@ private Q_SLOTS:
         QTRY_COMPARE(index.summary().messages, 2);
     }
 
+    void tellsHowFarItIs()
+    {
+        constexpr int kCount = 9000;
+        for (int i = 0; i < kCount; ++i)
+            writeFile(m_home->path(u"Maildir/%1/cur/%2:2,S"_s.arg(i % 2 ? u"a"_s : u"b"_s).arg(i)),
+                      bytesOf({.subject = "s", .text = "text"}));
+        MailIndexer indexer(m_home->platform.folders, QStringLiteral(DUGWISE_EXTRACT));
+        const std::shared_future<void> current = indexer.update(false);
+        MailIndex::Summary summary;
+        const auto isUnderWay = [&] {
+            summary = MailIndex(m_home->platform.folders.cache).summary();
+            return summary.messages > 0;
+        };
+        QTRY_VERIFY(isUnderWay());
+        QCOMPARE(summary.percent, static_cast<int>(summary.messages * 100 / kCount));
+        current.wait();
+        QVERIFY(isUnderWay());
+        QCOMPARE(summary.messages, kCount);
+        QCOMPARE(summary.percent, 100);
+    }
+
     void endsInTheMiddleOfRemoving()
     {
         QByteArray mbox;
