@@ -92,11 +92,6 @@ MailIndexWriter::MailIndexWriter(const QString &folder, std::stop_token stop)
     m_rename = m_database.prepare("UPDATE message SET name = ? WHERE id = ?");
 }
 
-bool MailIndexWriter::isDamaged() const
-{
-    return m_hasFailed && m_database.isDamaged();
-}
-
 void MailIndexWriter::markDamaged() const
 {
     MailIndex::markDamaged(m_folder);
@@ -115,7 +110,7 @@ QHash<QString, MailIndexWriter::Folder> MailIndexWriter::folders()
                         .tail = rows.integer(4),
                         .tailKey = rows.integer(5)});
     }
-    check(!m_database.isDamaged());
+    check(!rows.hasFailed());
     return folders;
 }
 
@@ -141,6 +136,7 @@ QSet<qint64> MailIndexWriter::keys(qint64 folder)
     rows.bind(1, folder);
     while (rows.step())
         keys.insert(rows.integer(0));
+    check(!rows.hasFailed());
     return keys;
 }
 
@@ -156,6 +152,7 @@ QList<MailIndexWriter::Key> MailIndexWriter::allKeys(qint64 folder)
         else
             keys.append(bytesOf(rows, 0));
     }
+    check(!rows.hasFailed());
     return keys;
 }
 
@@ -168,6 +165,7 @@ QHash<QByteArray, QByteArray> MailIndexWriter::names(qint64 folder)
     rows.bind(1, folder);
     while (rows.step())
         names.insert(bytesOf(rows, 0), bytesOf(rows, 1));
+    check(!rows.hasFailed());
     return names;
 }
 
@@ -244,14 +242,22 @@ void MailIndexWriter::insert(qint64 id, const NewMessage &message)
     check(m_insertWords.run());
 }
 
+/// Its number; 0 for none.
+qint64 MailIndexWriter::messageOf(qint64 folder, const Key &key)
+{
+    m_findItem.bind(1, folder);
+    bindKey(m_findItem, 2, key);
+    const qint64 message = m_findItem.step() ? m_findItem.integer(0) : 0;
+    check(!m_findItem.hasFailed());
+    m_findItem.reset();
+    return message;
+}
+
 void MailIndexWriter::remove(qint64 folder, const Key &key)
 {
     if (m_hasFailed)
         return;
-    m_findItem.bind(1, folder);
-    bindKey(m_findItem, 2, key);
-    const qint64 message = m_findItem.step() ? m_findItem.integer(0) : 0;
-    m_findItem.reset();
+    const qint64 message = messageOf(folder, key);
     m_deleteItem.bind(1, folder);
     bindKey(m_deleteItem, 2, key);
     check(m_deleteItem.run());
@@ -272,10 +278,7 @@ void MailIndexWriter::rename(qint64 folder, const Key &key, const QByteArray &na
 {
     if (m_hasFailed)
         return;
-    m_findItem.bind(1, folder);
-    bindKey(m_findItem, 2, key);
-    const qint64 message = m_findItem.step() ? m_findItem.integer(0) : 0;
-    m_findItem.reset();
+    const qint64 message = messageOf(folder, key);
     m_rename.bind(1, view(name));
     m_rename.bind(2, message);
     check(m_rename.run());
@@ -350,6 +353,8 @@ void MailIndexWriter::make()
 
 void MailIndexWriter::check(bool isDone)
 {
+    // Whatever is asked of the database after that hides the cause.
+    m_isDamaged = m_isDamaged || (!m_hasFailed && !isDone && m_database.isDamaged());
     m_hasFailed = m_hasFailed || !isDone || m_stop.stop_requested();
 }
 

@@ -52,7 +52,7 @@ public:
 
     [[nodiscard]] bool hasFailed() const { return m_hasFailed; }
     /// Whether it failed because the index is damaged.
-    [[nodiscard]] bool isDamaged() const;
+    [[nodiscard]] bool isDamaged() const { return m_isDamaged; }
     /// Has the next one begin with an empty index.
     void markDamaged() const;
 
@@ -82,6 +82,7 @@ public:
 
 private:
     void insert(qint64 id, const NewMessage &message);
+    [[nodiscard]] qint64 messageOf(qint64 folder, const Key &key);
     [[nodiscard]] bool mustBeMade();
     void make();
     void check(bool isDone);
@@ -92,6 +93,7 @@ private:
     SQLiteDatabase m_database;
     qint64 m_removed = 0;
     bool m_hasFailed = false;
+    bool m_isDamaged = false;
     // Of m_database, and gone before it.
     SQLiteStatement m_insertMessage, m_insertWords, m_insertItem, m_lastNumber;
     SQLiteStatement m_findItem, m_deleteItem, m_deleteMessage, m_deleteWords, m_rename;

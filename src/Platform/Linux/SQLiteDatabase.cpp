@@ -93,7 +93,14 @@ void SQLiteStatement::bindNull(int parameter)
 
 bool SQLiteStatement::step()
 {
-    return m_statement && sqlite3_step(m_statement.get()) == SQLITE_ROW;
+    if (m_statement)
+        m_result = sqlite3_step(m_statement.get());
+    return m_result == SQLITE_ROW;
+}
+
+bool SQLiteStatement::hasFailed() const
+{
+    return m_result != SQLITE_ROW && m_result != SQLITE_DONE;
 }
 
 bool SQLiteStatement::run()

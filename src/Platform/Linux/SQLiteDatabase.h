@@ -31,6 +31,8 @@ public:
 
     /// Goes to the next row; false when there is none, or on an error, a stop or a deadline.
     [[nodiscard]] bool step();
+    /// Whether the latest step found no end of the rows, but an error, a stop or a deadline.
+    [[nodiscard]] bool hasFailed() const;
     /// For one that has no rows: carries it out and makes it ready for its next values; false on an
     /// error.
     [[nodiscard]] bool run();
@@ -52,6 +54,7 @@ private:
         void operator()(sqlite3_stmt *statement) const;
     };
     std::unique_ptr<sqlite3_stmt, Finalizer> m_statement;
+    int m_result = -1; ///< of the latest step; of one that cannot be prepared, always an error
 };
 
 /// A database for one thread at a time. Unless it is one of our own it is another program's, read

@@ -19,6 +19,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <functional>
+#include <tuple>
+
 using namespace Qt::StringLiterals;
 
 namespace dugwise::test {
@@ -474,6 +477,39 @@ private Q_SLOTS:
         QTRY_COMPARE(gather({.textOrSubject = u"text"_s}).size(), 20);
         QCOMPARE(QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser),
                  QFile::ReadOwner | QFile::WriteOwner);
+    }
+
+    /// Else what is known would be read anew, or stay for ever.
+    void takesNoReadErrorForNothing_data()
+    {
+        using Read = std::function<void(MailIndexWriter &)>;
+        QTest::addColumn<Read>("read");
+        QTest::newRow("keys") << Read([](auto &index) { std::ignore = index.keys(1); });
+        QTest::newRow("all keys") << Read([](auto &index) { std::ignore = index.allKeys(1); });
+        QTest::newRow("names") << Read([](auto &index) { std::ignore = index.names(1); });
+    }
+    void takesNoReadErrorForNothing()
+    {
+        writeFile(inbox(), inMbox({.subject = "a", .text = "text"}));
+        QCOMPARE(find(u"text"_s), u"a"_s);
+        const QString path = MailIndex::path(m_home->platform.folders.cache);
+        qint64 page = 0;
+        {
+            const SQLiteDatabase database = SQLiteDatabase::own(path);
+            SQLiteStatement root =
+                database.prepare("SELECT rootpage FROM sqlite_master WHERE name = 'item'");
+            QVERIFY(root.step());
+            page = root.integer(0);
+        }
+        QFile file(path);
+        QVERIFY(file.open(QFile::ReadWrite) && file.seek((page - 1) * 4096));
+        QCOMPARE(file.write(QByteArray(4096, 'x')), 4096);
+        file.close();
+        MailIndexWriter index(m_home->platform.folders.cache);
+        QVERIFY(!index.hasFailed());
+        QFETCH(std::function<void(MailIndexWriter &)>, read);
+        read(index);
+        QVERIFY(index.hasFailed() && index.isDamaged());
     }
 
     void keepsAnIndexThatIsInUse()
