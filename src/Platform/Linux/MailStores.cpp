@@ -66,8 +66,10 @@ bool mayBeMbox(const QString &name)
                                    [&](QLatin1StringView end) { return name.endsWith(end); });
 }
 
+/// Where it is none errno says why; 0 when it is something else.
 bool isFolder(const QString &path)
 {
+    errno = 0;
     struct stat facts = {};
     return ::lstat(QFile::encodeName(path).constData(), &facts) == 0 && S_ISDIR(facts.st_mode);
 }
@@ -83,6 +85,8 @@ public:
     {
         if (isFolder(path + "/cur"_L1))
             add(path, MailFolder::Kind::maildir);
+        else if (errno != 0 && errno != ENOENT && errno != ENOTDIR)
+            add(path, MailFolder::Kind::unreadable);
         const std::unique_ptr<DIR, CloseFolder> folder(
             ::opendir(QFile::encodeName(path).constData()));
         if (!folder && errno != ENOENT)

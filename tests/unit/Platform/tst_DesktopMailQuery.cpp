@@ -409,14 +409,18 @@ private Q_SLOTS:
         const QString folder = m_home->path(u"Mail/lists"_s);
         writeFile(folder + u"/one"_s, inMbox({.subject = "a", .text = "text"}));
         writeFile(folder + u"/sub/two"_s, inMbox({.subject = "b", .text = "text"}));
+        writeFile(folder + u"/cur/1"_s, bytesOf({.subject = "d", .text = "text"}));
         writeFile(m_home->path(u"Mail/lists-too"_s), inMbox({.subject = "c", .text = "text"}));
-        QCOMPARE(find(u"text"_s).split(u'|').size(), 3);
+        QCOMPARE(find(u"text"_s).split(u'|').size(), 4);
         QVERIFY(QFile::remove(m_home->path(u"Mail/lists-too"_s)));
-        QVERIFY(QFile::setPermissions(folder, {}));
-        QCOMPARE(find(u"text"_s).split(u'|').size(), 2);
+        for (const QFile::Permissions some :
+             {QFile::Permissions(), QFile::Permissions(QFile::ReadOwner)}) {
+            QVERIFY(QFile::setPermissions(folder, some));
+            QCOMPARE(find(u"text"_s).split(u'|').size(), 3);
+        }
         QVERIFY(
             QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-        QVERIFY(QFile::remove(folder + u"/one"_s));
+        QVERIFY(QFile::remove(folder + u"/one"_s) && QFile::remove(folder + u"/cur/1"_s));
         QCOMPARE(find(u"text"_s), u"b"_s);
     }
 
