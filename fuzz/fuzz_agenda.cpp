@@ -6,6 +6,7 @@
 
 #include "Platform/Linux/DesktopContactStore.h"
 #include "Platform/Linux/DesktopEventStore.h"
+#include "TextMutator.h"
 #include "support/Fingerprint.h"
 #include "support/SampleFiles.h"
 #include "support/SampleHome.h"
@@ -15,7 +16,6 @@
 
 #include <cstdio>
 #include <functional>
-#include <random>
 
 using namespace Qt::StringLiterals;
 using namespace dugwise;
@@ -84,53 +84,6 @@ const QByteArrayList kParts{"BEGIN:VEVENT\r\n",
                             "+9999",
                             "-0000"};
 
-/// Spoils texts; the same ones for the same seed.
-class Mutator
-{
-public:
-    explicit Mutator(quint64 seed)
-        : m_random(seed)
-    {}
-
-    QByteArray spoilt(QByteArray text)
-    {
-        for (qsizetype changes = 1 + below(6); changes > 0; --changes) {
-            const qsizetype place = below(text.size());
-            const qsizetype length = below(std::min<qsizetype>(text.size() - place, 80) + 1);
-            const QByteArray piece = text.sliced(place, length);
-            switch (below(6)) {
-            case 0:
-                text[place] = static_cast<char>(m_random());
-                break;
-            case 1:
-                text.remove(place, length);
-                break;
-            case 2:
-                text.insert(below(text.size()), piece);
-                break;
-            case 3:
-                text.insert(place, kParts[below(kParts.size())]);
-                break;
-            case 4:
-                text.replace(place, length, kParts[below(kParts.size())]);
-                break;
-            default:
-                text.insert(place, piece.repeated(below(200)));
-            }
-            text += ' ';
-        }
-        return text;
-    }
-
-private:
-    qsizetype below(qsizetype bound)
-    {
-        return static_cast<qsizetype>(m_random() % static_cast<quint64>(bound));
-    }
-
-    std::mt19937_64 m_random;
-};
-
 /// Whether all sound ones are found in the end.
 bool areFound(const char *what, qsizetype expected, const std::function<qsizetype()> &count)
 {
@@ -165,7 +118,7 @@ int main(int argc, char *argv[])
     const quint64 seed = QCoreApplication::arguments().value(2, u"1"_s).toULongLong();
 
     const SampleHome home;
-    Mutator mutator(seed);
+    fuzz::TextMutator mutator(kParts, seed);
     int sound = 0;
     for (int i = 0; i < count; ++i) {
         writeFile(home.path(u".calendars/%1 broken.ics"_s.arg(i, 6)), mutator.spoilt(kCalendar));
