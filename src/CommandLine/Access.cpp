@@ -18,7 +18,7 @@ int runAccess(Platform &platform, const Arguments &arguments)
     if (arguments.command != Arguments::Command::accessList) {
         const bool isGranted = arguments.command == Arguments::Command::accessGrant;
         setAccessAnswer(defaults, arguments.source, isGranted);
-        if (!defaults.synchronize()) {
+        if (!defaults.stored().result()) {
             complain(u"the answer cannot be stored"_s);
             return 1;
         }

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <optional>
 
 namespace dugwise {
@@ -24,10 +25,14 @@ public:
     FileLock() = default;
     /// Tries once, without waiting.
     explicit FileLock(const QString &path);
+    /// Of the folder itself, so that no file is left; waits for `patience` at most.
+    [[nodiscard]] static FileLock ofFolder(const QString &path, std::chrono::milliseconds patience);
 
     [[nodiscard]] State state() const { return m_state; }
 
 private:
+    void lock();
+
     FileDescriptor m_file;
     State m_state = State::impossible;
 };

@@ -133,10 +133,9 @@ QCoro::Task<void> FileIndexer::walkAtStart()
         co_return;
     // Where no folder is new, another process that holds the index is most likely at those walks.
     const std::chrono::seconds limit = isAdded ? kStartUpWait : 0s;
-    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter(limit);
-    if (!self)
+    const std::shared_ptr<IndexStore::Turn> turn = co_await enter(limit);
+    if (!turn)
         co_return;
-    adopt(*turn);
     if (turn->lock.state() == FileLock::State::heldByAnother)
         co_return; // the folders are not saved either: the next start finds them new again
     const IndexingOptions options = IndexingOptions::stored(m_platform.userDefaults);
@@ -147,7 +146,8 @@ QCoro::Task<void> FileIndexer::walkAtStart()
         folders.removeDuplicates();
         if (options.isEnabled)
             m_folders.addUnwalked(common);
-        m_folders.savePaths();
+        m_folders.append(present); // others' changes may have come
+        m_folders.save(m_folders.paths());
     }
     const int reindexings = m_reindexings;
     for (const QString &path : std::as_const(folders)) {
@@ -168,10 +168,9 @@ QCoro::Task<void> FileIndexer::makeMissingVectors()
     const QPointer<FileIndexer> self(this);
     if (!m_platform.sentenceEmbedding || std::ranges::none_of(m_indexedFiles, lacksVectors))
         co_return;
-    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter(kStartUpWait);
-    if (!self)
+    const std::shared_ptr<IndexStore::Turn> turn = co_await enter(kStartUpWait);
+    if (!turn)
         co_return;
-    adopt(*turn);
     const QList<IndexedFile> files = m_indexedFiles;
     if (turn->lock.state() != FileLock::State::held || files.isEmpty())
         co_return;
@@ -214,7 +213,7 @@ void FileIndexer::addFolderURL(const QUrl &folder)
         return;
     saveBookmark(path);
     m_folders.append({path});
-    m_folders.savePaths();
+    m_folders.save({path});
     indexFolder(QUrl::fromLocalFile(path));
 }
 
@@ -231,7 +230,6 @@ void FileIndexer::removeFolder(const QUrl &folder)
     const QString path = folderPath(folder);
     m_folders.remove(path);
     removeRecordsBelow(path);
-    m_folders.savePaths();
     removeBookmark(path);
     saveRemoval(path);
 }
@@ -246,10 +244,9 @@ QCoro::Task<void> FileIndexer::saveRemoval(QString folder)
 {
     const QPointer<FileIndexer> self(this);
     const Task task(*this);
-    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
-    if (!self)
+    const std::shared_ptr<IndexStore::Turn> turn = co_await enter();
+    if (!turn)
         co_return;
-    adopt(*turn);
     if (!m_folders.contains(folder))
         removeRecordsBelow(folder);
     co_await saveIndex();
@@ -281,10 +278,9 @@ QCoro::Task<void> FileIndexer::reindex(IndexingOptions options, Caches caches)
     const int reindexings = ++m_reindexings;
     if (options.isEnabled)
         m_folders.addUnwalked(m_folders.paths());
-    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
-    if (!self)
+    const std::shared_ptr<IndexStore::Turn> turn = co_await enter();
+    if (!turn)
         co_return;
-    adopt(*turn);
     setIndexedFiles({});
     if (caches == Caches::dropped) {
         co_await dropCaches();
@@ -339,10 +335,9 @@ QCoro::Task<void> FileIndexer::indexFolder(QUrl folder)
     setIsIndexing(true);
     const QString path = folderPath(folder);
     m_folders.addUnwalked({path});
-    const std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter();
-    if (!self)
+    const std::shared_ptr<IndexStore::Turn> turn = co_await enter();
+    if (!turn)
         co_return;
-    adopt(*turn);
     co_await walk(path, options);
 }
 
@@ -413,12 +408,23 @@ bool FileIndexer::isRestored(const std::function<void()> &change)
     return m_isRestored;
 }
 
-/// Takes over what another process has made of the index.
-void FileIndexer::adopt(IndexStore::Turn &turn)
+/// Enters the store, and takes over what another process has made of the index and the list of
+/// folders. Null when the indexer is gone.
+QCoro::Task<std::shared_ptr<IndexStore::Turn>>
+FileIndexer::enter(std::optional<std::chrono::milliseconds> limit)
 {
-    if (turn.changedIndex)
-        setIndexedFiles(std::move(*turn.changedIndex));
-    turn.changedIndex.reset();
+    const QPointer<FileIndexer> self(this);
+    std::shared_ptr<IndexStore::Turn> turn = co_await m_store.enter(limit);
+    if (!self)
+        co_return std::shared_ptr<IndexStore::Turn>();
+    if (turn->changedIndex) {
+        setIndexedFiles(std::move(*turn->changedIndex));
+        turn->changedIndex.reset();
+        co_await m_folders.restore();
+        if (!self)
+            co_return std::shared_ptr<IndexStore::Turn>();
+    }
+    co_return turn;
 }
 
 void FileIndexer::setIndexedFiles(QList<IndexedFile> files)

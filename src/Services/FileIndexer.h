@@ -99,7 +99,8 @@ private:
     void logUnsaved(const Outcome<Success> &outcome) const;
     /// Whether the start-up has restored the folders and the index; until then `change` waits.
     [[nodiscard]] bool isRestored(const std::function<void()> &change);
-    void adopt(IndexStore::Turn &turn);
+    [[nodiscard]] QCoro::Task<std::shared_ptr<IndexStore::Turn>>
+    enter(std::optional<std::chrono::milliseconds> limit = std::nullopt);
     void setIndexedFiles(QList<IndexedFile> files);
     template <typename... Values>
     void freeInWorker(Values... values);

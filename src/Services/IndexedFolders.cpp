@@ -20,14 +20,19 @@ namespace dugwise {
 
 namespace {
 
-using Resolved = QList<Outcome<QString>>;
-
-Resolved resolveAll(const QByteArrayList &bookmarks)
+QByteArrayList bookmarksIn(const UserDefaults &defaults)
 {
-    Resolved resolved;
-    for (const QByteArray &bookmark : bookmarks)
-        resolved.append(FolderBookmark::resolve(bookmark));
-    return resolved;
+    return defaults.byteArrayList(IndexedFolders::kBookmarksKey).value_or(QByteArrayList());
+}
+
+QByteArrayList bookmarksOf(const QString &folder, const QString &defaultsPath)
+{
+    QByteArrayList bookmarks = bookmarksIn(UserDefaults(defaultsPath));
+    bookmarks.removeIf([&](const QByteArray &bookmark) {
+        const Outcome<QString> resolved = FolderBookmark::resolve(bookmark);
+        return !resolved || *resolved != folder;
+    });
+    return bookmarks;
 }
 
 } // namespace
@@ -59,26 +64,57 @@ QStringList IndexedFolders::paths() const
     return paths;
 }
 
+/// Of folders that are listed already, it does not matter whether they are there.
+IndexedFolders::Kept IndexedFolders::keptIn(const QString &defaultsPath, const QStringList &listed)
+{
+    const UserDefaults defaults(defaultsPath);
+    const QSet<QString> known(listed.cbegin(), listed.cend());
+    Kept kept;
+    for (const QByteArray &bookmark : bookmarksIn(defaults)) {
+        const Outcome<QString> folder = FolderBookmark::resolve(bookmark);
+        if (folder)
+            kept.folders.append(*folder);
+        else
+            kept.errors.append(folder.error());
+    }
+    for (const QString &path : defaults.stringList(kPathsKey).value_or(QStringList())) {
+        if (known.contains(path) || !existingFolders({path}).isEmpty())
+            kept.folders.append(path);
+    }
+    return kept;
+}
+
 QCoro::Task<void> IndexedFolders::restore()
 {
     const QPointer<IndexedFolders> self(this);
-    const QByteArrayList bookmarks =
-        m_platform.userDefaults.byteArrayList(kBookmarksKey).value_or(QByteArrayList());
-    const QStringList paths = m_platform.userDefaults.stringList(kPathsKey).value_or(QStringList());
-    const QFuture<Resolved> resolving = QtConcurrent::run(&m_workers, resolveAll, bookmarks);
-    const QFuture<QStringList> checking = QtConcurrent::run(&m_workers, existingFolders, paths);
-    const Resolved resolved = co_await resolving;
-    const QStringList existing = co_await checking;
-    if (!self)
+    const std::shared_ptr<Turnstile::Pass> pass = co_await m_bookmarks.enter();
+    while (self) {
+        const int changes = m_changes;
+        const QFuture<bool> storing = m_platform.userDefaults.stored();
+        co_await storing;
+        if (!self)
+            co_return;
+        const QFuture<Kept> reading =
+            QtConcurrent::run(&m_workers, keptIn, m_platform.userDefaults.filePath(), paths());
+        const Kept kept = co_await reading;
+        if (!self)
+            co_return;
+        if (m_changes != changes)
+            continue;
+        list(kept);
         co_return;
-    QStringList folders;
-    for (const Outcome<QString> &folder : resolved) {
-        if (folder)
-            folders.append(*folder);
-        else
-            m_platform.log(u"Failed to resolve bookmark: "_s + folder.error());
     }
-    append(folders + existing);
+}
+
+void IndexedFolders::list(const Kept &kept)
+{
+    for (const QString &error : kept.errors)
+        m_platform.log(u"Failed to resolve bookmark: "_s + error);
+    const QSet<QString> folders(kept.folders.cbegin(), kept.folders.cend());
+    const qsizetype gone =
+        m_urls.removeIf([&](const QUrl &url) { return !folders.contains(url.toLocalFile()); });
+    if (!append(kept.folders) && gone > 0)
+        Q_EMIT changed();
 }
 
 bool IndexedFolders::append(const QStringList &folders)
@@ -98,40 +134,43 @@ bool IndexedFolders::append(const QStringList &folders)
     return true;
 }
 
+void IndexedFolders::save(const QStringList &folders)
+{
+    ++m_changes;
+    m_platform.userDefaults.changeStringList(kPathsKey, {}, folders);
+}
+
 void IndexedFolders::remove(const QString &folder)
 {
     setWalked(folder);
+    ++m_changes;
+    m_platform.userDefaults.changeStringList(kPathsKey, {folder}, {});
     m_urls.removeAll(QUrl::fromLocalFile(folder));
     Q_EMIT changed();
 }
 
-void IndexedFolders::savePaths()
-{
-    m_platform.userDefaults.setStringList(kPathsKey, paths());
-}
-
 QStringList IndexedFolders::unwalked() const
 {
-    QStringList folders = m_platform.userDefaults.stringList(kUnwalkedKey).value_or(QStringList());
-    folders.removeIf([this](const QString &folder) { return !contains(folder); });
+    return listedOf(m_platform.userDefaults.stringList(kUnwalkedKey).value_or(QStringList()));
+}
+
+QStringList IndexedFolders::listedOf(QStringList folders) const
+{
+    const QSet<QUrl> listed(m_urls.cbegin(), m_urls.cend());
+    folders.removeIf(
+        [&](const QString &folder) { return !listed.contains(QUrl::fromLocalFile(folder)); });
     return folders;
 }
 
 void IndexedFolders::addUnwalked(const QStringList &folders)
 {
-    QStringList all = unwalked();
-    for (const QString &folder : folders) {
-        if (contains(folder) && !all.contains(folder))
-            all.append(folder);
-    }
-    m_platform.userDefaults.setStringList(kUnwalkedKey, all);
+    m_platform.userDefaults.changeStringList(kUnwalkedKey, {}, listedOf(folders));
 }
 
 void IndexedFolders::setWalked(const QString &folder)
 {
-    QStringList left = unwalked();
-    if (left.removeAll(folder) > 0)
-        m_platform.userDefaults.setStringList(kUnwalkedKey, left);
+    if (m_platform.userDefaults.stringList(kUnwalkedKey).value_or(QStringList()).contains(folder))
+        m_platform.userDefaults.changeStringList(kUnwalkedKey, {folder}, {});
 }
 
 QCoro::Task<void> IndexedFolders::saveBookmark(QString folder)
@@ -149,10 +188,7 @@ QCoro::Task<void> IndexedFolders::saveBookmark(QString folder)
         m_platform.log(u"Failed to save bookmark: "_s + bookmark.error());
         co_return;
     }
-    UserDefaults &defaults = m_platform.userDefaults;
-    QByteArrayList bookmarks = defaults.byteArrayList(kBookmarksKey).value_or(QByteArrayList());
-    bookmarks.append(*bookmark);
-    defaults.setByteArrayList(kBookmarksKey, bookmarks);
+    m_platform.userDefaults.changeByteArrayList(kBookmarksKey, {}, {*bookmark});
 }
 
 QCoro::Task<void> IndexedFolders::removeBookmark(QString folder)
@@ -161,19 +197,15 @@ QCoro::Task<void> IndexedFolders::removeBookmark(QString folder)
     const std::shared_ptr<Turnstile::Pass> pass = co_await m_bookmarks.enter();
     if (!self)
         co_return;
-    const QByteArrayList bookmarks =
-        m_platform.userDefaults.byteArrayList(kBookmarksKey).value_or(QByteArrayList());
-    const QFuture<Resolved> resolving = QtConcurrent::run(&m_workers, resolveAll, bookmarks);
-    const Resolved resolved = co_await resolving;
+    const QFuture<bool> storing = m_platform.userDefaults.stored();
+    co_await storing;
     if (!self)
         co_return;
-    QByteArrayList kept;
-    for (qsizetype i = 0; i < bookmarks.size(); ++i) {
-        if (!resolved[i] || *resolved[i] != folder)
-            kept.append(bookmarks[i]);
-    }
-    if (kept.size() < bookmarks.size())
-        m_platform.userDefaults.setByteArrayList(kBookmarksKey, kept);
+    const QFuture<QByteArrayList> finding =
+        QtConcurrent::run(&m_workers, bookmarksOf, folder, m_platform.userDefaults.filePath());
+    const QByteArrayList bookmarks = co_await finding;
+    if (self && !bookmarks.isEmpty())
+        m_platform.userDefaults.changeByteArrayList(kBookmarksKey, bookmarks, {});
 }
 
 } // namespace dugwise

@@ -39,12 +39,15 @@ public:
     [[nodiscard]] QStringList paths() const;
     [[nodiscard]] bool contains(const QString &folder) const;
 
-    /// Lists what was kept, as far as it is there: bookmarks first, then paths.
+    /// Lists what is kept, as far as it is there: bookmarks first, then paths. Once more, it takes
+    /// in what other processes have changed.
     [[nodiscard]] QCoro::Task<void> restore();
-    /// Lists those that are not listed yet, and tells whether there were any.
+    /// Lists those that are not listed yet, and tells whether there were any; they are not kept.
     bool append(const QStringList &folders);
+    /// Keeps the paths of these.
+    void save(const QStringList &folders);
+    /// The folder is no longer listed, nor is its path kept.
     void remove(const QString &folder);
-    void savePaths();
     /// Those listed whose walk has not come to its end, in this run or an earlier one.
     [[nodiscard]] QStringList unwalked() const;
     /// Of these, those that are listed are to be walked now.
@@ -57,10 +60,21 @@ Q_SIGNALS:
     void changed();
 
 private:
+    struct Kept
+    {
+        QStringList folders; ///< those of bookmarks, then those of paths
+        QStringList errors;  ///< of bookmarks
+    };
+
+    [[nodiscard]] static Kept keptIn(const QString &defaultsPath, const QStringList &listed);
+    void list(const Kept &kept);
+    [[nodiscard]] QStringList listedOf(QStringList folders) const;
+
     Platform &m_platform;
     QThreadPool &m_workers;
     Turnstile m_bookmarks; ///< changes of the stored bookmarks
     QList<QUrl> m_urls;
+    int m_changes = 0; ///< of what is kept
 };
 
 } // namespace dugwise

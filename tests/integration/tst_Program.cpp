@@ -340,6 +340,18 @@ private Q_SLOTS:
         }
         QCOMPARE(index().size(), 303);
         QCOMPARE(run({u"ask"_s, u"--json"_s, u"lease"_s}).names().size(), 15);
+
+        for (std::size_t i = 0; i < processes.size(); ++i) {
+            const QString folder = path(u"more/%1"_s.arg(i));
+            writeFile(folder + u"/note.txt"_s, "more");
+            prepare(processes[i], {u"folders"_s, u"add"_s, folder});
+            processes[i].start();
+        }
+        for (QProcess &process : processes)
+            QVERIFY(process.waitForFinished(kTimeout));
+        const QByteArray folders = run({u"folders"_s}).out;
+        for (std::size_t i = 0; i < processes.size(); ++i)
+            QVERIFY(folders.contains(path(u"more/%1\n"_s.arg(i)).toUtf8()));
     }
 
     void theTextOfPDFDocumentsIsFoundAndShown()

@@ -142,6 +142,30 @@ private Q_SLOTS:
         QCOMPARE(readAgain().stringList(u"Other"_s), (QStringList{u"c"_s, u"d"_s}));
     }
 
+    void changesEntriesOfAListThatOthersChange()
+    {
+        UserDefaults(path()).setStringList(kKey, {u"a"_s, u"b"_s});
+        {
+            UserDefaults defaults(path());
+            UserDefaults other(path());
+            for (int i = 0; i < 20; ++i) {
+                defaults.changeStringList(kKey, {u"a"_s}, {u"b"_s, u"one %1"_s.arg(i)});
+                other.changeStringList(kKey, {}, {u"another %1"_s.arg(i)});
+                other.changeByteArrayList(u"Bytes"_s, {}, {QByteArray::number(i)});
+                QVERIFY(defaults.stored().result() && other.stored().result());
+            }
+            QCOMPARE(defaults.stringList(kKey)->first(2), (QStringList{u"b"_s, u"one 0"_s}));
+            defaults.changeByteArrayList(u"Bytes"_s, {"3", "x"}, {"0"});
+            defaults.changeByteArrayList(u"Bytes"_s, {"5"}, {"x"});
+        }
+        const QStringList kept = readAgain().stringList(kKey).value_or(QStringList());
+        QCOMPARE(kept.size(), 41);
+        QVERIFY(!kept.contains(u"a"_s));
+        const auto bytes = readAgain().byteArrayList(u"Bytes"_s).value_or(QByteArrayList());
+        QCOMPARE(bytes.last(), "x");
+        QVERIFY(bytes.contains("19") && !bytes.contains("5"));
+    }
+
 private:
     [[nodiscard]] QString path() const { return m_folder->filePath(u"Dugwise.ini"_s); }
     [[nodiscard]] QString another()

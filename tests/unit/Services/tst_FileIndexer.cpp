@@ -493,6 +493,14 @@ private Q_SLOTS:
         other.removeFolder(url(u"Downloads"_s));
         QVERIFY(settle(other));
         QCOMPARE(IndexFile::load(indexPath())->size(), 301);
+        const QList<QUrl> left{url(u"Documents"_s), url(u"Projects"_s)};
+        QCOMPARE(other.indexedFolderURLs(), left);
+        writeFile(path(u"Pictures/p.txt"_s), "P");
+        QVERIFY(add({u"Pictures"_s}));
+        QCOMPARE(m_indexer->indexedFolderURLs(), left + QList{url(u"Pictures"_s)});
+        QVERIFY(m_platform->userDefaults.stored().result());
+        const UserDefaults onDisk(m_platform->userDefaults.filePath());
+        QCOMPARE(onDisk.stringList(IndexedFolders::kPathsKey), folders());
     }
 
     void logsThatTheIndexCannotBeSaved()
