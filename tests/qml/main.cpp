@@ -8,6 +8,7 @@
 #include "support/SampleFiles.h"
 #include "support/SampleHome.h"
 
+#include <QAccessible>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickStyle>
@@ -94,6 +95,14 @@ public:
         QTcpSocket visitor;
         visitor.connectToHost(QHostAddress::LocalHost, m_server.serverPort());
         visitor.waitForConnected();
+    }
+    /// Does to a control what an assistive program does to it.
+    Q_INVOKABLE static void act(QObject *control, const QString &action)
+    {
+        QAccessibleInterface *const seen = QAccessible::queryAccessibleInterface(control);
+        QAccessibleActionInterface *const actions = seen ? seen->actionInterface() : nullptr;
+        QVERIFY(actions);
+        actions->doAction(action);
     }
     /// Whether there is a language model, and what it answers, once.
     Q_INVOKABLE void setModel(bool isThere, const QString &answer = {})

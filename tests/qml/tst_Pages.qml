@@ -157,6 +157,11 @@ TestCase {
         keyClick(Qt.Key_Return)
         compare(root.given.stored(data.tag), data.usual)
         compare(again.checked, data.usual)
+        for (const action of ["Toggle", "Press"]) {
+            root.given.act(again, action)
+            compare(root.given.stored(data.tag), again.checked)
+            compare(again.checked, action === "Toggle" ? !data.usual : data.usual)
+        }
     }
 
     function test_integrationsTellTheirState() {

@@ -24,6 +24,8 @@ Switch {
     hoverEnabled: true
     Accessible.role: Accessible.CheckBox
     Accessible.name: text
+    Accessible.onPressAction: root.turn()
+    Accessible.onToggleAction: root.turn()
     Keys.onReturnPressed: root.turn()
     Keys.onEnterPressed: root.turn()
 
