@@ -243,24 +243,32 @@ TestCase {
     }
 
     function test_aChipIsAskedAsItIsWritten() {
-        const chips = find("promptChips")
-        mouseClick(chips.children[2])
-        tryVerify(() => !root.given.session.isSearching)
-        compare(root.given.requests, ["PDFs about insurance from last month"])
-        compare(find("inputField").text, "")
+        const ways = [chip => mouseClick(chip), chip => root.given.act(chip, "Press")]
+        for (const press of ways) {
+            root.given.session.newChat()
+            tryVerify(() => find("promptChips"))
+            press(find("promptChips").children[2])
+            tryVerify(() => !root.given.session.isSearching)
+            compare(root.given.requests, ["PDFs about insurance from last month"])
+            compare(find("inputField").text, "")
+        }
     }
 
     function test_theSidebarLeadsAndRepeats() {
         ask("lease")
         keyClick(Qt.Key_N, Qt.ControlModifier)
-        root.given.session.page = 2
-        const row = find("recentSearch")
-        compare(row.label, "lease")
-        mouseClick(row)
-        compare(root.given.session.page, 0)
-        tryCompare(root.given, "requests", ["lease"])
-        compare(root.given.session.pendingQuery, "")
-        tryVerify(() => !root.given.session.isSearching)
+        const ways = [row => mouseClick(row), row => root.given.act(row, "Press")]
+        for (const press of ways) {
+            root.given.session.newChat()
+            root.given.session.page = 2
+            const row = find("recentSearch")
+            compare(row.label, "lease")
+            press(row)
+            compare(root.given.session.page, 0)
+            tryCompare(root.given, "requests", ["lease"])
+            compare(root.given.session.pendingQuery, "")
+            tryVerify(() => !root.given.session.isSearching)
+        }
     }
 
     function test_everythingIsReachedByTab() {

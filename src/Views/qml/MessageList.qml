@@ -128,7 +128,7 @@ ListView {
 
             SearchResultCard {
                 width: root.rowWidth
-                onSelected: root.session.select(index)
+                onClicked: root.session.select(index)
                 onOpened: root.session.openFile(index)
                 onRevealed: root.session.revealFile(index)
                 Keys.onUpPressed: root.goToCard(index, -1)

@@ -4,8 +4,9 @@ import QtQuick
 import QtQuick.Controls
 import Dugwise
 
-/// A button without a frame: an icon, a text or both.
-AbstractButton {
+/// A button without a frame: an icon, a text or both. The text wraps where the button may not be as
+/// wide.
+BaseButton {
     id: root
 
     property string symbol
@@ -14,18 +15,13 @@ AbstractButton {
     property color textColor: tint
     property real textSize: Theme.callout
     property string tip
+    property real mostWidth: Infinity
 
     padding: 4
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitWidth: Math.min(mostWidth, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     opacity: enabled ? (pressed ? 0.6 : 1) : 0.5
-    focusPolicy: Qt.StrongFocus
-    hoverEnabled: true
-    Accessible.role: Accessible.Button
     Accessible.name: text !== "" ? text : tip
-    Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
 
     ToolTip.text: root.tip
     ToolTip.visible: root.tip !== "" && root.hovered
@@ -35,6 +31,8 @@ AbstractButton {
         spacing: 6
 
         Symbol {
+            id: icon
+
             anchors.verticalCenter: parent.verticalCenter
             visible: root.symbol !== ""
             name: root.symbol
@@ -44,9 +42,13 @@ AbstractButton {
         PlainLabel {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.text !== ""
+            width: Math.min(implicitWidth, root.mostWidth - (icon.visible ? icon.width + 6 : 0)
+                                           - root.leftPadding - root.rightPadding)
             text: root.text
             color: root.textColor
             font.pixelSize: root.textSize
+            wrapMode: Text.Wrap
+            Accessible.ignored: true
         }
     }
     background: Rectangle {

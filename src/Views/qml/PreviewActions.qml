@@ -11,17 +11,19 @@ FlowLayout {
 
     spacing: 8
 
-    BorderedButton {
+    PushButton {
         objectName: "previewOpen"
         text: "Open File"
         symbol: "arrow.up.forward.square"
+        tint: Theme.primary
         mostWidth: root.width
         onClicked: root.preview.openFile()
     }
-    BorderedButton {
+    PushButton {
         objectName: "previewReveal"
         text: "Reveal in Finder"
         symbol: "folder"
+        tint: Theme.primary
         mostWidth: root.width
         onClicked: root.preview.revealFile()
     }

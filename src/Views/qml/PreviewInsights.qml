@@ -79,14 +79,13 @@ Column {
             preview: root.preview
         }
     }
-    BorderedButton {
+    PushButton {
         objectName: "generateInsights"
         visible: !root.preview.isGeneratingInsights && !root.preview.hasInsights
         enabled: root.isModelAvailable || root.preview.canPreview
         mostWidth: root.width
         text: "Generate AI Insights"
         symbol: "sparkles"
-        tint: Theme.accent
         onClicked: root.preview.generateInsights()
     }
     PlainLabel {

@@ -1,25 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import Dugwise
 
 /// A request to try.
-AbstractButton {
+BaseButton {
     id: root
 
     leftPadding: 14
     rightPadding: 14
     topPadding: 10
     bottomPadding: 10
-    focusPolicy: Qt.StrongFocus
-    hoverEnabled: true
     implicitHeight: Math.max(implicitContentHeight, Theme.callout * 1.3) + topPadding + bottomPadding
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
 
     contentItem: RowLayout {
         spacing: 8

@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import Dugwise
 
 /// A file that was found: press it to select it, or use its two buttons.
-AbstractButton {
+BaseButton {
     id: root
 
     required property int index
@@ -24,7 +23,6 @@ AbstractButton {
     required property string host
     required property string summary
 
-    signal selected()
     signal opened()
     signal revealed()
 
@@ -33,17 +31,11 @@ AbstractButton {
     topPadding: gap + 12
     bottomPadding: 12
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    focusPolicy: Qt.StrongFocus
-    hoverEnabled: true
     opacity: Math.min(1, motion.value)
     transform: Translate { y: 12 * (1 - motion.value) }
     Accessible.role: Accessible.ListItem
     Accessible.name: "#" + number + " " + name + ", " + typeName + ", " + summary
     Accessible.selected: isSelected
-    Accessible.onPressAction: root.selected()
-    onClicked: root.selected()
-    Keys.onReturnPressed: root.selected()
-    Keys.onEnterPressed: root.selected()
 
     readonly property real gap: isFirst ? 10 : 8
 

@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import Dugwise
 
 /// A row of the sidebar that can be pressed.
-AbstractButton {
+BaseButton {
     id: root
 
     required property string label
@@ -18,13 +17,8 @@ AbstractButton {
     implicitHeight: Math.ceil(Theme.callout * 2)
     leftPadding: 8
     rightPadding: 8
-    focusPolicy: Qt.StrongFocus
-    hoverEnabled: true
-    Accessible.role: Accessible.Button
     Accessible.name: label
     Accessible.selected: isCurrent
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
 
     contentItem: RowLayout {
         spacing: 8
