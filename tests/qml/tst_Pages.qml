@@ -291,6 +291,18 @@ TestCase {
         fuzzyCompare(page.contentY, page.contentHeight - page.height, 1)
     }
 
+    function test_aTallWindowStretchesNothing() {
+        root.window.height = 2000
+        for (const [position, name] of [[1, "settingsView"], [2, "privacyView"], [3, "aboutView"]]) {
+            root.session.page = position
+            const page = find(name)
+            waitForRendering(page)
+            // About alone stands in the middle.
+            compare(page.contentHeight < page.height, name !== "aboutView", name)
+            verify(page.contentHeight <= page.height, name)
+        }
+    }
+
     function test_everythingIsReachedByTab() {
         const page = find("settingsView")
         const start = find("enableLocalIndexing")

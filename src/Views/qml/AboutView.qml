@@ -10,6 +10,7 @@ ScrollPage {
 
     objectName: "aboutView"
     spacing: 20
+    fillsPage: true
     Accessible.name: "About"
 
     Item { Layout.fillHeight: true }

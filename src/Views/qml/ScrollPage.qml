@@ -6,12 +6,14 @@ import QtQuick.Layouts
 import Dugwise
 
 /// A page that scrolls: a title with a line below it, where it has one, and its blocks under one
-/// another. They fill the page at least.
+/// another.
 Flickable {
     id: root
 
     property string title
     property string subtitle
+    /// Whether its blocks are given the page's height at least.
+    property bool fillsPage: false
     property real spacing: 24
     default property alias blocks: column.data
 
@@ -45,7 +47,7 @@ Flickable {
         x: root.margin
         y: root.margin + 16 * (1 - entrance.value)
         width: root.width - 2 * root.margin
-        height: Math.max(implicitHeight, root.height - 2 * root.margin)
+        height: root.fillsPage ? Math.max(implicitHeight, root.height - 2 * root.margin) : implicitHeight
         spacing: root.spacing
         opacity: Math.min(1, entrance.value)
 
