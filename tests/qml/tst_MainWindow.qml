@@ -271,6 +271,22 @@ TestCase {
         }
     }
 
+    function test_aNewChatIsShownAndTypedIn() {
+        const ways = [() => keyClick(Qt.Key_N, Qt.ControlModifier), () => mouseClick(find("newChat"))]
+        for (const [page, start] of [[0, ways[0]], [1, ways[0]], [0, ways[1]]]) {
+            ask("budget")
+            tryVerify(() => root.card(1) !== null)
+            card(1).forceActiveFocus(Qt.TabFocusReason)
+            root.given.session.page = page
+            start()
+            compare(root.given.session.page, 0)
+            compare(root.given.requests.length, 0)
+            type("b")
+            compare(find("inputField").text, "b")
+            find("inputField").clear()
+        }
+    }
+
     function test_everythingIsReachedByTab() {
         const field = find("inputField")
         field.forceActiveFocus()

@@ -65,7 +65,10 @@ ColumnLayout {
             symbol: "plus.message"
             tip: "Start a new conversation"
             textColor: Theme.secondary
-            onClicked: root.session.newChat()
+            onClicked: {
+                root.session.newChat()
+                inputBar.focusField()
+            }
         }
     }
     Item {

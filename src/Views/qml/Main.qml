@@ -77,7 +77,10 @@ ApplicationWindow {
 
     Shortcut {
         sequences: [StandardKey.New]
-        onActivated: root.session.newChat()
+        onActivated: {
+            root.session.newChat()
+            view.focusField()
+        }
     }
     Shortcut {
         sequences: ["Ctrl+K", "Ctrl+L"]
