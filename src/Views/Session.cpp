@@ -4,7 +4,6 @@
 
 #include "Models/BoldText.h"
 #include "Platform/Platform.h"
-#include "Utilities/FilePath.h"
 #include "Utilities/PrintableText.h"
 #include "Views/WindowMessage.h"
 
@@ -31,6 +30,7 @@ Session::Session(Platform &platform,
     , m_indexer(indexer)
     , m_network(network)
     , m_conversation(appState, platform.clock)
+    , m_folders(indexer)
     , m_preview(platform, appState)
     , m_appearance(platform.desktopAppearance.get())
     , m_settings(platform, appState, indexer)
@@ -86,14 +86,6 @@ QStringList Session::recentLabels() const
 QString Session::pendingQuery() const
 {
     return m_appState.pendingQuery().value_or(QString());
-}
-
-QStringList Session::folderNames() const
-{
-    QStringList names;
-    for (const QUrl &folder : m_indexer.indexedFolderURLs())
-        names.append(printable(FilePath::name(folder.toLocalFile())));
-    return names;
 }
 
 bool Session::submit(const QString &text)

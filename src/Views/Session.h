@@ -8,6 +8,7 @@
 #include "Services/NetworkMonitor.h"
 #include "Views/DialogFolderPicker.h"
 #include "Views/FilePreview.h"
+#include "Views/FolderModel.h"
 #include "Views/SettingsModel.h"
 #include "Views/SheetAccessPrompt.h"
 #include "Views/SystemAppearance.h"
@@ -27,6 +28,7 @@ class Session : public QObject
     Q_PROPERTY(dugwise::FileIndexer *indexer READ indexer CONSTANT)
     Q_PROPERTY(dugwise::NetworkMonitor *network READ network CONSTANT)
     Q_PROPERTY(dugwise::ConversationModel *conversation READ conversation CONSTANT)
+    Q_PROPERTY(dugwise::FolderModel *folders READ folders CONSTANT)
     Q_PROPERTY(dugwise::FilePreview *preview READ preview CONSTANT)
     Q_PROPERTY(dugwise::SystemAppearance *appearance READ appearance CONSTANT)
     Q_PROPERTY(dugwise::SettingsModel *settings READ settings CONSTANT)
@@ -40,7 +42,6 @@ class Session : public QObject
     Q_PROPERTY(bool calendarEnabled READ calendarEnabled NOTIFY sourcesChanged)
     Q_PROPERTY(bool contactsEnabled READ contactsEnabled NOTIFY sourcesChanged)
     Q_PROPERTY(bool messagesAccessible READ messagesAccessible NOTIFY sourcesChanged)
-    Q_PROPERTY(QStringList folderNames READ folderNames NOTIFY foldersChanged)
     Q_PROPERTY(qsizetype folderCount READ folderCount NOTIFY foldersChanged)
 
 public:
@@ -57,6 +58,7 @@ public:
     [[nodiscard]] FileIndexer *indexer() const { return &m_indexer; }
     [[nodiscard]] NetworkMonitor *network() const { return &m_network; }
     [[nodiscard]] ConversationModel *conversation() { return &m_conversation; }
+    [[nodiscard]] FolderModel *folders() { return &m_folders; }
     [[nodiscard]] FilePreview *preview() { return &m_preview; }
     [[nodiscard]] SystemAppearance *appearance() { return &m_appearance; }
     [[nodiscard]] SettingsModel *settings() { return &m_settings; }
@@ -77,8 +79,6 @@ public:
     [[nodiscard]] bool calendarEnabled() const { return m_appState.calendarEnabled(); }
     [[nodiscard]] bool contactsEnabled() const { return m_appState.contactsEnabled(); }
     [[nodiscard]] bool messagesAccessible() const { return m_appState.messagesAccessible(); }
-    /// Last components of the indexed folders' paths, in order.
-    [[nodiscard]] QStringList folderNames() const;
     [[nodiscard]] qsizetype folderCount() const { return m_indexer.indexedFolderURLs().size(); }
 
     /// Takes a request in, and tells whether there was one in the text.
@@ -97,7 +97,7 @@ public:
     Q_INVOKABLE void openFile(int row);
     Q_INVOKABLE void revealFile(int row);
     Q_INVOKABLE void addFolder();
-    /// Removes the folder at that place of folderNames().
+    /// Removes the folder at that place of folders().
     Q_INVOKABLE void removeFolder(int position);
     Q_INVOKABLE void lookForModel();
     /// The columns' widths as a SplitView saves them; empty before they were ever changed.
@@ -126,6 +126,7 @@ private:
     FileIndexer &m_indexer;
     NetworkMonitor &m_network;
     ConversationModel m_conversation;
+    FolderModel m_folders;
     FilePreview m_preview;
     SystemAppearance m_appearance;
     SettingsModel m_settings;

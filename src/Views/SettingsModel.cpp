@@ -3,7 +3,6 @@
 #include "Views/SettingsModel.h"
 
 #include "Platform/Platform.h"
-#include "Utilities/PrintableText.h"
 
 #include <QCoroFuture>
 #include <QPointer>
@@ -20,21 +19,11 @@ SettingsModel::SettingsModel(Platform &platform,
     , m_appState(appState)
     , m_indexer(indexer)
 {
-    connect(
-        &indexer, &FileIndexer::indexedFolderURLsChanged, this, &SettingsModel::folderPathsChanged);
     connect(&appState, &AppState::aiStatusLabelChanged, this, &SettingsModel::aiStatusLabelChanged);
     connect(&appState, &AppState::started, this, [this] {
         if (m_isLookWanted)
             look();
     });
-}
-
-QStringList SettingsModel::folderPaths() const
-{
-    QStringList paths;
-    for (const QUrl &folder : m_indexer.indexedFolderURLs())
-        paths.append(printable(folder.toLocalFile()));
-    return paths;
 }
 
 bool SettingsModel::isOn(const StoredSwitch &stored) const

@@ -12,8 +12,8 @@
 
 namespace dugwise {
 
-/// What the settings page shows and does beyond the session: the stored switches, the folders'
-/// paths, the index as a whole, and access to the person's other data. Lives on the UI thread.
+/// What the settings page shows and does beyond the session: the stored switches, the index as
+/// a whole, and access to the person's other data. Lives on the UI thread.
 class SettingsModel : public QObject
 {
     Q_OBJECT
@@ -27,7 +27,6 @@ class SettingsModel : public QObject
     Q_PROPERTY(bool includePDFs READ includePDFs WRITE setIncludePDFs NOTIFY switchesChanged)
     Q_PROPERTY(bool cloudSyncEnabled READ cloudSyncEnabled WRITE setCloudSyncEnabled NOTIFY
                    switchesChanged)
-    Q_PROPERTY(QStringList folderPaths READ folderPaths NOTIFY folderPathsChanged)
     Q_PROPERTY(QString aiStatusLabel READ aiStatusLabel NOTIFY aiStatusLabelChanged)
     Q_PROPERTY(bool canAskForCalendar READ canAskForCalendar NOTIFY canAskChanged)
     Q_PROPERTY(bool canAskForContacts READ canAskForContacts NOTIFY canAskChanged)
@@ -49,8 +48,6 @@ public:
     void setIncludeScreenshots(bool isOn) { set(kIncludeScreenshots, isOn); }
     void setIncludePDFs(bool isOn) { set(kIncludePDFs, isOn); }
     void setCloudSyncEnabled(bool isOn) { set(kCloudSyncEnabled, isOn); }
-    /// Full paths of the indexed folders, in order.
-    [[nodiscard]] QStringList folderPaths() const;
     [[nodiscard]] QString aiStatusLabel() const { return m_appState.aiStatusLabel(); }
     /// Whether there is a calendar that is not read yet, as of the last look, and a way to ask for
     /// it that is not in use already.
@@ -68,7 +65,6 @@ public:
 
 Q_SIGNALS:
     void switchesChanged();
-    void folderPathsChanged();
     void aiStatusLabelChanged();
     void canAskChanged();
 

@@ -84,6 +84,15 @@ public:
         return value ? QVariant(*value) : QVariant();
     }
     Q_INVOKABLE QUrl extraFolder() const { return QUrl::fromLocalFile(m_home->path(u"Extra"_s)); }
+    /// Has that many empty folders indexed beside the others.
+    Q_INVOKABLE void addFolders(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            const QString path = m_home->path(u"Many/%1"_s.arg(i));
+            QDir().mkpath(path);
+            m_indexer->addFolderURL(QUrl::fromLocalFile(path));
+        }
+    }
     /// A picture on a server of this machine, and how often it was asked for.
     Q_INVOKABLE QString picture() const
     {

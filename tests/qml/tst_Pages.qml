@@ -66,8 +66,10 @@ TestCase {
 
     /// Scrolls to an item and clicks it.
     function click(item) {
-        item.forceActiveFocus(Qt.TabFocusReason)
-        waitForRendering(root.window.contentItem)
+        if (root.window.activeFocusItem !== item) {
+            item.forceActiveFocus(Qt.TabFocusReason)
+            waitForRendering(root.window.contentItem)
+        }
         mouseClick(item)
     }
 
@@ -94,12 +96,13 @@ TestCase {
         compare(find("filesIndexed").text, "Files: " + total + " indexed")
         while (rows().length > 0) {
             const before = rows().length
-            click(findChild(rows()[0], "remove"))
+            click(findChild(rows()[0], "removeFolder"))
             tryVerify(() => root.rows().length === before - 1)
         }
         tryVerify(() => root.given.isReady)
         verify(find("noFolders").visible)
         compare(find("noFolders").text, "No folders added yet.")
+        verify(root.window.activeFocusItem === find("addFolderInSettings"))
         verify(!find("reindexAll").visible)
         for (const folder of folders)
             addByDialog(folder)
@@ -264,9 +267,11 @@ TestCase {
         root.window.height = root.window.minimumHeight
         root.session.page = ["", "settingsView", "privacyView", "aboutView"].indexOf(data.page)
         const page = find(data.page)
-        if (data.page === "settingsView")
-            click(find("clear"))
         waitForRendering(page)
+        if (data.page === "settingsView") {
+            click(find("clear"))
+            tryVerify(() => page.atYEnd)
+        }
         verify(page.contentHeight > page.height)
         const right = page.width - page.margin
         const isWhole = text => !text.truncated && text.width > 0
@@ -301,6 +306,49 @@ TestCase {
             compare(page.contentHeight < page.height, name !== "aboutView", name)
             verify(page.contentHeight <= page.height, name)
         }
+    }
+
+    function test_manyFoldersKeepTheirPlace() {
+        root.given.addFolders(30)
+        tryVerify(() => root.session.folderCount === 32 && root.given.isReady)
+        const button = "removeFolder"
+        for (const name of ["settingsFolders", "sidebarFolders"]) {
+            const list = find(name)
+            const count = list.count
+            compare(count, root.session.folderCount)
+            verify(shown(list).filter(one => one.objectName === button).length < count)
+            list.positionViewAtIndex(10, ListView.Beginning)
+            const place = list.contentY
+            verify(place > 0)
+            const next = findChild(list.itemAtIndex(13), button)
+            findChild(list.itemAtIndex(12), button).forceActiveFocus(Qt.TabFocusReason)
+            keyClick(Qt.Key_Return)
+            tryCompare(list, "count", count - 1)
+            tryVerify(() => root.window.activeFocusItem === next)
+            verify(next.visualFocus)
+            compare(list.contentY, place)
+            keyClick(Qt.Key_Up)
+            verify(root.window.activeFocusItem === findChild(list.itemAtIndex(11), button))
+            for (const [key, end] of [[Qt.Key_Tab, count - 2], [Qt.Key_Backtab, 0]]) {
+                for (let row = list.currentIndex; row !== end; row = list.currentIndex) {
+                    keyClick(key)
+                    compare(Math.abs(list.currentIndex - row), 1)
+                    const focused = root.window.activeFocusItem
+                    verify(focused === findChild(list.itemAtIndex(list.currentIndex), button))
+                    const top = focused.mapToItem(list, 0, 0).y
+                    verify(top >= 0 && top + focused.height <= list.height, list.currentIndex)
+                }
+            }
+            keyClick(Qt.Key_Backtab)
+            verify(!list.activeFocus)
+            tryVerify(() => root.given.isReady)
+        }
+        while (root.session.folderCount > 2) {
+            const count = root.session.folderCount
+            root.session.removeFolder(count - 1)
+            tryVerify(() => root.session.folderCount === count - 1)
+        }
+        tryVerify(() => root.given.isReady)
     }
 
     function test_everythingIsReachedByTab() {

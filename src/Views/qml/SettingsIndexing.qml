@@ -36,16 +36,26 @@ TitledCard {
         font.pixelSize: Theme.caption
         wrapMode: Text.Wrap
     }
-    Repeater {
-        objectName: "folders"
-        model: root.session.settings.folderPaths
+    FolderList {
+        id: folders
 
-        SettingsFolder {
-            required property string modelData
-            required property int index
+        objectName: "settingsFolders"
+        Layout.fillWidth: true
+        visible: root.hasFolders
+        session: root.session
+        after: addFolder
+        mostHeight: 270 * Theme.textScale
+        spacing: 6
 
-            path: modelData
-            onRemoved: root.session.removeFolder(index)
+        delegate: FolderRow {
+            width: folders.width - (folders.interactive ? 12 : 0)
+            label.text: path
+            label.font.pixelSize: Theme.caption
+            label.wrapMode: Text.Wrap
+            button.text: "Remove"
+            button.textSize: Theme.caption
+            button.tint: Theme.red
+            button.Accessible.name: "Remove " + path
         }
     }
     Flow {
@@ -53,6 +63,8 @@ TitledCard {
         spacing: 8
 
         PushButton {
+            id: addFolder
+
             objectName: "addFolderInSettings"
             text: "Add Folder"
             symbol: "plus"

@@ -3,61 +3,27 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls
-import QtQuick.Layouts
 import Dugwise
 
-/// The indexed folders. Many of them scroll by themselves, so that what follows stays in reach.
-ListView {
+/// The names of the indexed folders.
+FolderList {
     id: root
 
-    required property Session session
-
     readonly property real rowHeight: Math.ceil(Theme.callout * 1.8)
-    readonly property int mostRows: 8
 
-    implicitHeight: rowHeight * Math.min(mostRows, count)
-    interactive: count > mostRows
-    boundsBehavior: Flickable.StopAtBounds
-    clip: true
-    model: session.folderNames
-    ScrollBar.vertical: ScrollBar { visible: root.interactive }
-    Accessible.role: Accessible.List
-    Accessible.name: "Indexed Folders"
+    objectName: "sidebarFolders"
+    mostHeight: 8 * rowHeight
 
-    FocusFollower { flickable: root }
-
-    delegate: RowLayout {
-        id: folder
-
-        required property string modelData
-        required property int index
-
+    delegate: FolderRow {
         x: 16
         width: root.width - 28
         height: root.rowHeight
-        spacing: 6
-        Accessible.role: Accessible.ListItem
-        Accessible.name: modelData
-
-        Symbol {
-            name: "folder.fill"
-            size: Theme.callout
-            color: Theme.accent
-        }
-        PlainLabel {
-            Layout.fillWidth: true
-            text: folder.modelData
-            font.pixelSize: Theme.callout
-        }
-        PlainButton {
-            objectName: "removeFolder"
-            symbol: "xmark.circle.fill"
-            symbolSize: Theme.caption
-            tint: Theme.secondary
-            tip: "Remove folder"
-            Accessible.name: tip + " " + folder.modelData
-            onClicked: root.session.removeFolder(folder.index)
-        }
+        label.text: name
+        label.font.pixelSize: Theme.callout
+        button.symbol: "xmark.circle.fill"
+        button.symbolSize: Theme.caption
+        button.tint: Theme.secondary
+        button.tip: "Remove folder"
+        button.Accessible.name: "Remove folder " + name
     }
 }

@@ -76,8 +76,11 @@ Rectangle {
                 SidebarFolders {
                     width: parent.width
                     session: root.session
+                    after: addFolder
                 }
                 PlainButton {
+                    id: addFolder
+
                     x: 12
                     objectName: "addFolder"
                     text: "Add Folder"

@@ -5,12 +5,25 @@
 #include "support/SampleFiles.h"
 #include "support/SampleHome.h"
 
+#include <QAbstractItemModelTester>
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace dugwise::test {
+
+namespace {
+
+QStringList folderNames(Session &session)
+{
+    QStringList names;
+    for (int row = 0; row < session.folders()->rowCount(); ++row)
+        names.append(session.folders()->index(row).data(FolderModel::nameRole).toString());
+    return names;
+}
+
+} // namespace
 
 class TstSession : public QObject
 {
@@ -30,7 +43,7 @@ private Q_SLOTS:
         NetworkMonitor network(nullptr);
         Session session(home.platform, state, indexer, network);
         QTRY_VERIFY(!indexer.isBusy());
-        QCOMPARE(session.folderNames(), QStringList({u"Documents"_s, u"Downloads"_s}));
+        QCOMPARE(folderNames(session), QStringList({u"Documents"_s, u"Downloads"_s}));
 
         QVERIFY(!session.submit(u" \n"_s));
         QVERIFY(state.messages().isEmpty());
@@ -80,14 +93,42 @@ private Q_SLOTS:
         QCOMPARE(state.recentSearches().value(0).size(), 100'000);
         QCOMPARE(state.recentSearches().value(1), u"the\nlease 🎉"_s);
 
-        session.removeFolder(5);
-        session.removeFolder(0);
-        QTRY_COMPARE(session.folderNames(), QStringList{u"Downloads"_s});
         session.setColumns("columns");
         QCOMPARE(session.columns(), "columns");
         QCOMPARE(session.windowSize(), QSize(1200, 750));
         session.setWindowSize({1300, 800});
         QCOMPARE(session.windowSize(), QSize(1300, 800));
+        QTRY_VERIFY(!indexer.isBusy());
+    }
+
+    void foldersComeAndGoOneByOne()
+    {
+        SampleHome home;
+        for (const QString &name : {u"a"_s, u"b\nb"_s, u"c"_s})
+            writeFile(home.path(name + u"/file.txt"_s), "text");
+        AppState state(home.platform, AppServices(home.platform));
+        FileIndexer indexer(home.platform);
+        NetworkMonitor network(nullptr);
+        Session session(home.platform, state, indexer, network);
+        const QAbstractItemModelTester tester(
+            session.folders(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+        QSignalSpy removals(session.folders(), &QAbstractItemModel::rowsRemoved);
+        QSignalSpy resets(session.folders(), &QAbstractItemModel::modelReset);
+        for (const QString &name : {u"a"_s, u"b\nb"_s, u"c"_s})
+            indexer.addFolderURL(QUrl::fromLocalFile(home.path(name)));
+        const QString odd = u"b\uFFFDb"_s;
+        QTRY_COMPARE(folderNames(session), QStringList({u"a"_s, odd, u"c"_s}));
+        QCOMPARE(session.folders()->index(0).data(FolderModel::pathRole), home.path(u"a"_s));
+        session.removeFolder(5); // there is none
+        session.removeFolder(1);
+        QTRY_COMPARE(folderNames(session), QStringList({u"a"_s, u"c"_s}));
+        QCOMPARE(removals.size(), 1);
+        QCOMPARE(removals[0].mid(1), QVariantList({1, 1}));
+        session.removeFolder(0);
+        session.removeFolder(0);
+        QTRY_COMPARE(session.folderCount(), 0);
+        QCOMPARE(folderNames(session), QStringList());
+        QCOMPARE(resets.size(), 0);
         QTRY_VERIFY(!indexer.isBusy());
     }
 
