@@ -223,6 +223,22 @@ TestCase {
         verify(last.mapToItem(scroll, 0, last.height).y <= scroll.height)
     }
 
+    function test_thePanelWithTheKeyboardIsTurned() {
+        root.given.setTextScale(1.5)
+        root.window.height = root.window.minimumHeight
+        select("the budget", "2026.md")
+        const scroll = find("previewScroll")
+        all("generateInsights")[0].forceActiveFocus(Qt.TabFocusReason)
+        keyClick(Qt.Key_PageDown)
+        verify(scroll.contentY > 100, scroll.contentY)
+        keyClick(Qt.Key_PageDown)
+        keyClick(Qt.Key_PageDown)
+        fuzzyCompare(scroll.contentY, scroll.contentHeight - scroll.height, 1)
+        find("inputField").forceActiveFocus()
+        keyClick(Qt.Key_PageUp)
+        fuzzyCompare(scroll.contentY, scroll.contentHeight - scroll.height, 1)
+    }
+
     function test_selectingThroughTheCards() {
         select("the budget", "2026.md")
         for (let i = 0; i < 100; ++i)

@@ -22,7 +22,9 @@ SplitView {
     }
 
     function turnPages(count: int): void {
-        if (page.item)
+        if (preview.area.hasKeyboard)
+            preview.area.turnPages(count)
+        else if (page.item)
             page.turnPages(count)
         else
             chat.turnPages(count)
@@ -72,6 +74,8 @@ SplitView {
         }
     }
     PreviewPanel {
+        id: preview
+
         SplitView.preferredWidth: 300
         SplitView.minimumWidth: root.previewMinimum
         SplitView.maximumWidth: Math.max(root.previewMinimum,

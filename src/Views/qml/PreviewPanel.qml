@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls
 import Dugwise
 
 /// What the selected result's file is, why it matched, what it says, and what can be done with it.
@@ -10,6 +9,7 @@ Rectangle {
 
     required property Session session
     readonly property FilePreview preview: session.preview
+    readonly property alias area: scroll
 
     objectName: "previewPanel"
     color: Theme.windowBackground
@@ -45,18 +45,14 @@ Rectangle {
         }
     }
 
-    Flickable {
+    ScrollArea {
         id: scroll
 
         objectName: "previewScroll"
         anchors.fill: parent
         visible: root.preview.hasFile
         contentHeight: blocks.height + 32
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
-        ScrollBar.vertical: ScrollBar {}
 
-        FocusFollower { flickable: scroll }
         Connections {
             target: root.preview
 

@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import Dugwise
 
 /// A page that scrolls: a title with a line below it, where it has one, and its blocks under one
 /// another.
-Flickable {
+ScrollArea {
     id: root
 
     property string title
@@ -19,20 +18,10 @@ Flickable {
 
     readonly property real margin: 30
 
-    function turnPages(count: int): void {
-        root.contentY = Math.max(0, Math.min(root.contentHeight - root.height,
-                                             root.contentY + count * root.height * 0.9))
-    }
-
-    contentWidth: width
     contentHeight: column.height + 2 * margin
-    boundsBehavior: Flickable.StopAtBounds
-    clip: true
-    ScrollBar.vertical: ScrollBar {}
     Accessible.role: Accessible.Pane
     Accessible.name: title
 
-    FocusFollower { flickable: root }
     SpringMotion {
         id: entrance
 

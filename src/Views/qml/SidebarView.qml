@@ -3,7 +3,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls
 import QtQuick.Layouts
 import Dugwise
 
@@ -24,17 +23,12 @@ Rectangle {
             Layout.fillWidth: true
             session: root.session
         }
-        Flickable {
+        ScrollArea {
             id: scroll
 
             Layout.fillWidth: true
             Layout.fillHeight: true
             contentHeight: sections.height + 8
-            boundsBehavior: Flickable.StopAtBounds
-            clip: true
-            ScrollBar.vertical: ScrollBar {}
-
-            FocusFollower { flickable: scroll }
 
             Column {
                 id: sections

@@ -35,19 +35,13 @@ AmbientParticleView {
                 + session.folderCount + " folders"
     }
 
-    Flickable {
+    ScrollArea {
         id: scroll
 
         anchors.fill: parent
-        contentWidth: root.width
         contentHeight: Math.max(root.height, column.implicitHeight + 32)
-        boundsBehavior: Flickable.StopAtBounds
         interactive: contentHeight > height
-        clip: true
 
-        ScrollBar.vertical: ScrollBar {}
-
-        FocusFollower { flickable: scroll }
         TapHandler {
             enabled: scroll.interactive // it keeps the clicks to itself then
             onTapped: eventPoint => root.spawnBurst(
