@@ -201,6 +201,10 @@ TestCase {
         verify(total > 0)
         click(find("clear"))
         verify(!find("clear").visible && find("confirmClear").visible)
+        verify(find("clearQuestion").text.endsWith("your folders are then indexed again."))
+        root.session.settings.enableLocalIndexing = false
+        verify(find("clearQuestion").text.endsWith("Your own files stay as they are."))
+        root.session.settings.enableLocalIndexing = true
         compare(root.window.activeFocusItem, find("cancelClear"))
         const page = find("settingsView")
         tryVerify(() => find("cancelClear").mapToItem(page, 0, 30).y < page.height) // in sight

@@ -10,6 +10,7 @@ TitledCard {
 
     required property Session session
     property bool isAsking: false
+    readonly property bool isIndexedAgain: session.settings.enableLocalIndexing && session.folderCount > 0
 
     function ask(): void {
         root.isAsking = true
@@ -45,9 +46,10 @@ TitledCard {
         spacing: 10
 
         PlainLabel {
+            objectName: "clearQuestion"
             Layout.fillWidth: true
-            text: "Clear all that is indexed? Your own files stay as they are, and your folders "
-                  + "are then indexed again."
+            text: "Clear all that is indexed? Your own files stay as they are"
+                  + (root.isIndexedAgain ? ", and your folders are then indexed again." : ".")
             font.pixelSize: Theme.callout
             wrapMode: Text.Wrap
             Accessible.role: Accessible.AlertMessage
