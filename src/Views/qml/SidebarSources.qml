@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Dugwise authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Dugwise
 
@@ -8,46 +10,21 @@ Column {
     id: root
 
     required property Session session
-
-    function connection(isConnected: bool): string {
-        return isConnected ? "Connected" : "No Access"
-    }
+    readonly property DataSources sources: DataSources { session: root.session }
 
     spacing: 2
 
-    DataSourceRow {
-        width: parent.width
-        symbol: "folder.fill"
-        name: "Files"
-        isActive: root.session.folderCount > 0
-        status: root.session.indexer.totalFilesIndexed
-    }
-    DataSourceRow {
-        width: parent.width
-        symbol: "envelope.fill"
-        name: "Mail"
-        isActive: true
-        status: "Spotlight"
-    }
-    DataSourceRow {
-        width: parent.width
-        symbol: "message.fill"
-        name: "Messages"
-        isActive: root.session.messagesAccessible
-        status: root.connection(isActive)
-    }
-    DataSourceRow {
-        width: parent.width
-        symbol: "calendar"
-        name: "Calendar"
-        isActive: root.session.calendarEnabled
-        status: root.connection(isActive)
-    }
-    DataSourceRow {
-        width: parent.width
-        symbol: "person.crop.circle"
-        name: "Contacts"
-        isActive: root.session.contactsEnabled
-        status: root.connection(isActive)
+    Repeater {
+        model: root.sources.all
+
+        DataSourceRow {
+            required property DataSource modelData
+
+            width: root.width
+            symbol: modelData.symbol
+            name: modelData.name
+            isActive: modelData.isActive
+            status: modelData.status
+        }
     }
 }

@@ -25,7 +25,7 @@ AmbientParticleView {
     ]
     readonly property bool hasFolders: session.folderCount > 0
     readonly property bool isOnline: session.network.isConnected
-    readonly property color networkColor: isOnline ? Theme.blue : Theme.green
+    readonly property DataSources sources: DataSources { session: root.session }
     readonly property string status: {
         if (!hasFolders)
             return "Add some folders in the sidebar to get started."
@@ -114,11 +114,17 @@ AmbientParticleView {
                     columnSpacing: 6
                     rowSpacing: 6
 
-                    SourceBadge { symbol: "folder.fill"; text: "Files"; isActive: root.hasFolders }
-                    SourceBadge { symbol: "envelope.fill"; text: "Mail"; isActive: true }
-                    SourceBadge { symbol: "message.fill"; text: "Messages"; isActive: root.session.messagesAccessible }
-                    SourceBadge { symbol: "calendar"; text: "Calendar"; isActive: root.session.calendarEnabled }
-                    SourceBadge { symbol: "person.crop.circle"; text: "Contacts"; isActive: root.session.contactsEnabled }
+                    Repeater {
+                        model: root.sources.all
+
+                        SourceBadge {
+                            required property DataSource modelData
+
+                            symbol: modelData.symbol
+                            text: modelData.name
+                            isActive: modelData.isActive
+                        }
+                    }
                 }
             }
 
