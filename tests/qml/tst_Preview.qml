@@ -166,6 +166,8 @@ TestCase {
         compare(all("generateInsights").length, 1)
         compare(all("generateInsights")[0].enabled, row.enabled)
         compare(all("insightsRequirement").length, row.model ? 0 : 1)
+        if (!row.enabled)
+            root.given.act(all("generateInsights")[0], "Press")
         compare(all("insightsContent").length + all("insightsBusy").length, 0)
     }
 
