@@ -31,8 +31,6 @@ BaseButton {
         spacing: 6
 
         Symbol {
-            id: icon
-
             anchors.verticalCenter: parent.verticalCenter
             visible: root.symbol !== ""
             name: root.symbol
@@ -42,8 +40,7 @@ BaseButton {
         PlainLabel {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.text !== ""
-            width: Math.min(implicitWidth, root.mostWidth - (icon.visible ? icon.width + 6 : 0)
-                                           - root.leftPadding - root.rightPadding)
+            width: Math.min(implicitWidth, root.mostWidth - x - root.leftPadding - root.rightPadding)
             text: root.text
             color: root.textColor
             font.pixelSize: root.textSize
