@@ -33,7 +33,7 @@ Item {
         anchors.fill: parent
         radius: 12
         color: Theme.controlBackground
-        border.width: root.lineWidth
+        border.width: Theme.inPixels(root.lineWidth, Screen.devicePixelRatio)
         border.color: root.line
     }
 }

@@ -27,7 +27,7 @@ Rectangle {
     implicitHeight: row.implicitHeight + 24
     radius: 12
     color: Theme.controlBackground
-    border.width: field.activeFocus ? 1.5 : 1
+    border.width: Theme.inPixels(field.activeFocus ? 1.5 : 1, Screen.devicePixelRatio)
     border.color: field.activeFocus ? Theme.accent : Theme.faded(Theme.secondary, 0.2)
 
     RowLayout {

@@ -53,16 +53,20 @@ BaseButton {
         CardGround {
             id: ground
 
-            x: 32
-            y: root.gap
-            width: parent.width - 32 - 60
-            height: parent.height - root.gap
+            /// At each side, of its size. It is not scaled: corners of whole pixels have no seams.
+            property real growth: root.hovered ? 0.005 : 0
+            readonly property real growthAcross: Math.round(growth * parent.width)
+            readonly property real growthDown: Math.round(growth * parent.height)
+
+            x: 32 - growthAcross
+            y: root.gap - growthDown
+            width: parent.width - 32 - 60 + 2 * growthAcross
+            height: parent.height - root.gap + 2 * growthDown
             line: root.isSelected ? Theme.accent : Theme.faded(Theme.secondary, 0.15)
             lineWidth: root.isSelected ? 1.5 : 1
             isRaised: root.hovered
-            scale: root.hovered ? 1.01 : 1
 
-            Behavior on scale { NumberAnimation { duration: 150; easing.type: Easing.OutQuad } }
+            Behavior on growth { NumberAnimation { duration: 150; easing.type: Easing.OutQuad } }
             FocusRing { control: root; radius: 14 }
         }
     }

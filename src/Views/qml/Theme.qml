@@ -42,6 +42,11 @@ QtObject {
     readonly property real caption: 12 * textScale
     readonly property real caption2: 11 * textScale
 
+    /// A line's width as whole pixels of the screen: others are painted uneven.
+    function inPixels(width: real, pixelRatio: real): real {
+        return Math.round(width * pixelRatio) / pixelRatio
+    }
+
     /// A colour of this theme by its name; gray for one that it does not have.
     function named(name: string): color {
         switch (name) {
