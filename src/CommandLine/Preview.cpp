@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CommandLine/Preview.h"
 
+#include "Models/PreviewLoader.h"
 #include "Models/Records/IndexedFile.h"
 #include "Platform/FileAttributes.h"
 #include "Platform/Platform.h"
@@ -11,12 +12,6 @@
 #include <QFileInfo>
 
 namespace dugwise {
-
-namespace {
-
-constexpr std::size_t kMostCharacters = 3000;
-
-} // namespace
 
 std::optional<QString> previewText(const Platform &platform, const QString &path)
 {
@@ -33,7 +28,7 @@ std::optional<QString> previewText(const Platform &platform, const QString &path
         .folderPath = FilePath::folder(target),
     });
     const FilePreviewService service(platform.pdfDocuments.get());
-    return service.extractPreviewText(file, kMostCharacters);
+    return service.extractPreviewText(file, PreviewLoader::kMostCharacters);
 }
 
 } // namespace dugwise
