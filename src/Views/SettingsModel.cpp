@@ -83,6 +83,8 @@ void SettingsModel::setIsOccupied(bool isOccupied)
 {
     m_isOccupied = isOccupied;
     Q_EMIT canAskChanged();
+    if (!isOccupied && m_isLookWanted)
+        look();
 }
 
 } // namespace dugwise
