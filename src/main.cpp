@@ -17,6 +17,8 @@
 
 #include <chrono>
 #include <cstdio>
+#include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace dugwise;
@@ -85,12 +87,17 @@ int runWindow(char **argv, const QString &request)
         return 1;
     }
     session.ask(request);
-    const WindowServer server(singleWindow.socketPath());
-    QObject::connect(&server, &WindowServer::received, &session, [&](const WindowMessage &message) {
+    std::optional<WindowServer> server(std::in_place, singleWindow.socketPath());
+    const auto take = [&](const WindowMessage &message) {
         session.ask(message.request);
         window.raise(message.activationToken);
-    });
-    return QGuiApplication::exec();
+    };
+    QObject::connect(&*server, &WindowServer::received, &session, take);
+    const int code = QGuiApplication::exec();
+    // What is read from a slow disk may take a while to end; a new window need not wait for it.
+    server.reset();
+    singleWindow.release();
+    return code;
 }
 
 } // namespace

@@ -32,6 +32,9 @@ public:
     /// Where to listen; empty unless the lock is ours.
     [[nodiscard]] QString socketPath() const;
 
+    /// Lets the next start have its window, when this one is closed.
+    void release() { m_lock = FileLock(); }
+
 private:
     QString m_socketPath;
     FileLock m_lock;
