@@ -129,6 +129,7 @@ QCoro::Task<void> FileIndexer::walkAtStart()
     m_isRestored = true;
     for (const auto &change : std::exchange(m_waitingChanges, {}))
         change();
+    Q_EMIT restored();
     if (!isAdded && m_folders.unwalked().isEmpty())
         co_return;
     // Where no folder is new, another process that holds the index is most likely at those walks.

@@ -77,6 +77,8 @@ Q_SIGNALS:
     void isIndexingChanged();
     void indexingProgressChanged();
     void totalFilesIndexedChanged();
+    /// The start-up has read the folders and the index of earlier runs.
+    void restored();
     void settled();
 
 private:

@@ -50,6 +50,10 @@ Session::Session(Platform &platform,
     connect(&indexer, &FileIndexer::indexedFolderURLsChanged, this, &Session::foldersChanged);
     connect(&appState, &AppState::started, this, &Session::askWaiting);
     connect(&indexer, &FileIndexer::settled, this, &Session::askWaiting);
+    connect(&indexer, &FileIndexer::restored, this, [this] {
+        m_hasIndex = !m_indexer.indexedFiles().isEmpty();
+        askWaiting();
+    });
     lookForModel();
 }
 
@@ -90,9 +94,12 @@ QString Session::pendingQuery() const
 
 bool Session::submit(const QString &text)
 {
-    if (text.trimmed().isEmpty())
+    const QString request = text.trimmed();
+    if (request.isEmpty())
         return false;
-    m_appState.submitQuery(text.trimmed(), m_indexer.indexedFiles());
+    if (m_waitingRequests.removeAll(request) > 0)
+        Q_EMIT waitingRequestChanged();
+    m_appState.submitQuery(request, m_indexer.indexedFiles());
     return true;
 }
 
@@ -102,17 +109,18 @@ void Session::ask(const QString &request)
     if (text.isEmpty())
         return;
     m_appState.setSelectedSidebarItem(SidebarItem::home);
-    m_waitingRequests.append(text);
+    m_waitingRequests.removeAll(text);
+    m_waitingRequests.prepend(text);
     askWaiting();
+    if (!m_hasStarted)
+        Q_EMIT waitingRequestChanged();
 }
 
 void Session::askWaiting()
 {
-    m_hasStarted = m_hasStarted || (m_appState.isStarted() && !m_indexer.isBusy());
-    if (!m_hasStarted)
-        return;
-    for (const QString &request : std::exchange(m_waitingRequests, {}))
-        submit(request);
+    m_hasStarted = m_hasStarted || (m_appState.isStarted() && (m_hasIndex || !m_indexer.isBusy()));
+    while (m_hasStarted && !m_waitingRequests.isEmpty())
+        submit(m_waitingRequests.last());
 }
 
 void Session::newChat()

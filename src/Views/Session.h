@@ -38,6 +38,7 @@ class Session : public QObject
     Q_PROPERTY(QStringList recentLabels READ recentLabels NOTIFY recentSearchesChanged)
     Q_PROPERTY(bool isSearching READ isSearching NOTIFY isSearchingChanged)
     Q_PROPERTY(QString pendingQuery READ pendingQuery NOTIFY pendingQueryChanged)
+    Q_PROPERTY(QString waitingRequest READ waitingRequest NOTIFY waitingRequestChanged)
     Q_PROPERTY(bool isModelAvailable READ isModelAvailable NOTIFY isModelAvailableChanged)
     Q_PROPERTY(bool calendarEnabled READ calendarEnabled NOTIFY sourcesChanged)
     Q_PROPERTY(bool contactsEnabled READ contactsEnabled NOTIFY sourcesChanged)
@@ -74,6 +75,8 @@ public:
     [[nodiscard]] bool isSearching() const { return m_appState.isSearching(); }
     /// Empty when there is none.
     [[nodiscard]] QString pendingQuery() const;
+    /// The latest of those that are to be asked once there is an index; empty when there is none.
+    [[nodiscard]] QString waitingRequest() const { return m_waitingRequests.value(0); }
     /// As of the last look; the window looks again while it is seen.
     [[nodiscard]] bool isModelAvailable() const { return m_isModelAvailable; }
     [[nodiscard]] bool calendarEnabled() const { return m_appState.calendarEnabled(); }
@@ -83,8 +86,9 @@ public:
 
     /// Takes a request in, and tells whether there was one in the text.
     Q_INVOKABLE bool submit(const QString &text);
-    /// Takes in a request from outside the window, and shows the conversation. Until the start-up
-    /// is over, which restores the index, it waits. One of white space alone is ignored.
+    /// Takes in a request from outside the window, and shows the conversation. Until the index is
+    /// restored it waits, and where there was none, until folders are walked for the first time.
+    /// One of white space alone is ignored.
     void ask(const QString &request);
     Q_INVOKABLE void newChat();
     /// Has the recent search at that place of recentLabels() submitted by the chat view.
@@ -112,6 +116,7 @@ Q_SIGNALS:
     void recentSearchesChanged();
     void isSearchingChanged();
     void pendingQueryChanged();
+    void waitingRequestChanged();
     void isModelAvailableChanged();
     void sourcesChanged();
     void foldersChanged();
@@ -131,8 +136,9 @@ private:
     SystemAppearance m_appearance;
     SettingsModel m_settings;
     bool m_isModelAvailable = false;
-    bool m_hasStarted = false;
-    QStringList m_waitingRequests; ///< asked for before that
+    bool m_hasIndex = false;       ///< of earlier runs
+    bool m_hasStarted = false;     ///< so that requests can be answered
+    QStringList m_waitingRequests; ///< asked for before that, the latest first
 };
 
 } // namespace dugwise

@@ -10,6 +10,7 @@ ColumnLayout {
 
     required property Session session
     readonly property alias field: inputBar
+    property string shownRequest
 
     function submit(text: string): void {
         inputBar.text = text
@@ -29,6 +30,14 @@ ColumnLayout {
         root.session.clearPendingQuery()
     }
 
+    /// In the field, where it can be sent at once.
+    function showWaitingRequest(): void {
+        const isUntouched = inputBar.text === root.shownRequest
+        root.shownRequest = root.session.waitingRequest
+        if (isUntouched)
+            inputBar.text = root.shownRequest
+    }
+
     objectName: "chatView"
     spacing: 0
 
@@ -38,13 +47,19 @@ ColumnLayout {
         function onPendingQueryChanged(): void {
             root.takePendingQuery()
         }
+        function onWaitingRequestChanged(): void {
+            root.showWaitingRequest()
+        }
         function onAnswered(answer: string): void {
             announcement.visible = false
             announcement.Accessible.name = answer
             announcement.visible = true
         }
     }
-    Component.onCompleted: root.takePendingQuery()
+    Component.onCompleted: {
+        root.takePendingQuery()
+        root.showWaitingRequest()
+    }
 
     // Read out by a screen reader whenever it comes into view.
     Item {

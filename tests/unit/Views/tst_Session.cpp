@@ -142,11 +142,36 @@ private Q_SLOTS:
         Session session(home.platform, state, indexer, network);
         session.ask(u"budget"_s);
         session.ask(u"nails"_s);
+        session.ask(u"nails"_s); // once more, as nothing seems to happen
         QVERIFY(state.messages().isEmpty());
+        QCOMPARE(session.waitingRequest(), u"nails"_s);
         QTRY_COMPARE(state.messages().size(), 4);
+        QCOMPARE(session.waitingRequest(), QString());
         QCOMPARE(state.recentSearches(), QStringList({u"nails"_s, u"budget"_s}));
         for (const ChatMessage &message : state.messages().last(2))
             QCOMPARE(message.results.size(), 1);
+    }
+
+    void anIndexOfEarlierRunsIsEnoughToAnswer()
+    {
+        SampleHome home;
+        writeFile(home.path(u"Documents/budget.txt"_s), "paint and nails");
+        {
+            FileIndexer indexer(home.platform);
+            QTRY_VERIFY(!indexer.isBusy());
+        }
+        for (int i = 0; i < 3000; ++i)
+            writeFile(home.path(u"Downloads/%1.txt"_s.arg(i)), "text");
+        AppState state(home.platform, AppServices(home.platform));
+        FileIndexer indexer(home.platform);
+        NetworkMonitor network(nullptr);
+        Session session(home.platform, state, indexer, network);
+        session.ask(u"budget"_s);
+        QTRY_VERIFY(!state.messages().isEmpty());
+        QVERIFY(indexer.isBusy());
+        QTRY_COMPARE(state.messages().size(), 2);
+        QCOMPARE(state.messages().last().results.size(), 1);
+        QTRY_VERIFY(!indexer.isBusy());
     }
 };
 
