@@ -299,8 +299,10 @@ void MailUpdate::readMbox(const Work &work)
 /// Finds what is new in a Maildir, and has the index follow what is not; false when it cannot.
 bool MailUpdate::listMaildir(Work &work)
 {
+    if (isToEnd())
+        return false;
     const std::optional<QHash<QByteArray, QByteArray>> names = maildirNames(work.folder.path);
-    if (!names || isToEnd())
+    if (!names)
         return false;
     if (work.known.id == 0)
         work.known = m_index.folder(work.folder.path);
@@ -318,6 +320,8 @@ bool MailUpdate::listMaildir(Work &work)
     m_index.commit();
     const QByteArray folder = QFile::encodeName(work.folder.path) + '/';
     for (auto at = names->cbegin(); at != names->cend(); ++at) {
+        if (isToEnd())
+            return false;
         if (known.contains(at.key()))
             continue;
         struct stat facts = {};
