@@ -97,8 +97,10 @@ bool Session::submit(const QString &text)
     const QString request = text.trimmed();
     if (request.isEmpty())
         return false;
-    if (m_waitingRequests.removeAll(request) > 0)
+    if (!m_waitingRequests.isEmpty()) { // it stood in the field, and this is what became of it
+        m_waitingRequests.removeFirst();
         Q_EMIT waitingRequestChanged();
+    }
     m_appState.submitQuery(request, m_indexer.indexedFiles());
     return true;
 }
@@ -119,8 +121,12 @@ void Session::ask(const QString &request)
 void Session::askWaiting()
 {
     m_hasStarted = m_hasStarted || (m_appState.isStarted() && (m_hasIndex || !m_indexer.isBusy()));
-    while (m_hasStarted && !m_waitingRequests.isEmpty())
-        submit(m_waitingRequests.last());
+    if (!m_hasStarted || m_waitingRequests.isEmpty())
+        return;
+    const QStringList requests = std::exchange(m_waitingRequests, {});
+    Q_EMIT waitingRequestChanged();
+    for (auto request = requests.crbegin(); request != requests.crend(); ++request)
+        submit(*request);
 }
 
 void Session::newChat()

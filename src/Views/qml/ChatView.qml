@@ -32,7 +32,7 @@ ColumnLayout {
 
     /// In the field, where it can be sent at once.
     function showWaitingRequest(): void {
-        const isUntouched = inputBar.text === root.shownRequest
+        const isUntouched = inputBar.text === "" || inputBar.text === root.shownRequest
         root.shownRequest = root.session.waitingRequest
         if (isUntouched)
             inputBar.text = root.shownRequest

@@ -14,8 +14,10 @@ Rectangle {
     readonly property bool isEmpty: field.text.trim() === ""
 
     function submit(): void {
-        if (root.session.submit(field.text))
-            field.clear()
+        const request = field.text
+        field.clear()
+        if (!root.session.submit(request))
+            field.text = request
         field.forceActiveFocus() // what was clicked to get here may be gone or disabled now
     }
 
