@@ -314,7 +314,7 @@ TestCase {
 
     function test_manyFoldersKeepTheirPlace() {
         root.given.addFolders(30)
-        tryVerify(() => root.session.folderCount === 32 && root.given.isReady)
+        tryVerify(() => root.session.folderCount === 32 && root.given.isReady, 30000)
         const button = "removeFolder"
         for (const name of ["settingsFolders", "sidebarFolders"]) {
             const list = find(name)
@@ -352,7 +352,7 @@ TestCase {
             root.session.removeFolder(count - 1)
             tryVerify(() => root.session.folderCount === count - 1)
         }
-        tryVerify(() => root.given.isReady)
+        tryVerify(() => root.given.isReady, 30000)
     }
 
     function test_everythingIsReachedByTab() {

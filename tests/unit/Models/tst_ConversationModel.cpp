@@ -40,8 +40,10 @@ private:
         {
             state->submitQuery(request, files);
             QTRY_VERIFY(!state->isSearching());
-            for (int rows = -1; rows != model->rowCount(); QTest::qWait(100))
-                rows = model->rowCount();
+            qsizetype results = 0;
+            for (const ChatMessage &message : state->messages())
+                results += message.results.size();
+            QTRY_COMPARE(kinds().count(u'R'), results);
         }
         [[nodiscard]] QVariant data(int row, int role) const
         {

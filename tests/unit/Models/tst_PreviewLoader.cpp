@@ -199,11 +199,11 @@ private Q_SLOTS:
         writeFile(path(u"some.txt"_s), "text");
         {
             PreviewLoader loader(
-                FilePreviewService(&reader), nullptr, std::chrono::milliseconds(2500));
+                FilePreviewService(&reader), nullptr, std::chrono::milliseconds(5000));
             const auto textAfter = [&](const QString &name) {
                 loader.load(file(name));
                 [[maybe_unused]] const bool isDone =
-                    QTest::qWaitFor([&] { return !loader.isReading(); }, 8000);
+                    QTest::qWaitFor([&] { return !loader.isReading(); }, 20'000);
                 return loader.text() ? loader.text()->plain : QString();
             };
             const int most = PreviewLoader::kMostAbandoned + 1;
