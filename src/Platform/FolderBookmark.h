@@ -13,6 +13,9 @@ namespace dugwise::FolderBookmark {
 
 [[nodiscard]] Outcome<QByteArray> create(const QString &folder);
 
+/// The folder's path when the bookmark was made; empty for what is no bookmark.
+[[nodiscard]] QString path(const QByteArray &bookmark);
+
 /// The folder's path now. Looks through a bounded number of folders around the old place when the
 /// folder is not there any more.
 [[nodiscard]] Outcome<QString> resolve(const QByteArray &bookmark);

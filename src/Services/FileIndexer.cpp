@@ -133,6 +133,7 @@ QCoro::Task<void> FileIndexer::walkAtStart()
     if (!isAdded && m_folders.unwalked().isEmpty())
         co_return;
     // Where no folder is new, another process that holds the index is most likely at those walks.
+    const QStringList unwalked = m_folders.unwalked();
     const std::chrono::seconds limit = isAdded ? kStartUpWait : 0s;
     const std::shared_ptr<IndexStore::Turn> turn = co_await enter(limit);
     if (!turn)
@@ -140,14 +141,17 @@ QCoro::Task<void> FileIndexer::walkAtStart()
     if (turn->lock.state() == FileLock::State::heldByAnother)
         co_return; // the folders are not saved either: the next start finds them new again
     const IndexingOptions options = IndexingOptions::stored(m_platform.userDefaults);
-    const QStringList cutShort = options.isEnabled ? m_folders.unwalked() : QStringList();
-    QStringList folders = cutShort;
+    QStringList folders;
+    for (const QString &folder : m_folders.unwalked()) {
+        if (options.isEnabled && unwalked.contains(folder)) // others are walked by who asked for it
+            folders.append(folder);
+    }
+    const QStringList cutShort = folders;
     if (isAdded) {
         folders += common;
         folders.removeDuplicates();
         if (options.isEnabled)
             m_folders.addUnwalked(common);
-        m_folders.append(present); // others' changes may have come
         m_folders.save(m_folders.paths());
     }
     const int reindexings = m_reindexings;
@@ -282,6 +286,8 @@ QCoro::Task<void> FileIndexer::reindex(IndexingOptions options, Caches caches)
     const std::shared_ptr<IndexStore::Turn> turn = co_await enter();
     if (!turn)
         co_return;
+    if (options.isEnabled)
+        m_folders.addUnwalked(m_folders.paths()); // with those of other processes
     setIndexedFiles({});
     if (caches == Caches::dropped) {
         co_await dropCaches();
@@ -335,10 +341,15 @@ QCoro::Task<void> FileIndexer::indexFolder(QUrl folder)
         co_return;
     setIsIndexing(true);
     const QString path = folderPath(folder);
+    const bool isListed = m_folders.contains(path);
     m_folders.addUnwalked({path});
     const std::shared_ptr<IndexStore::Turn> turn = co_await enter();
     if (!turn)
         co_return;
+    if (isListed && !m_folders.contains(path)) { // removed meanwhile
+        setIsIndexing(false);
+        co_return;
+    }
     co_await walk(path, options);
 }
 
@@ -382,7 +393,7 @@ QCoro::Task<bool> FileIndexer::walk(QString folder, IndexingOptions options)
     const bool isSaved = co_await saveIndex();
     if (self && isSaved)
         m_folders.setWalked(folder);
-    co_return true;
+    co_return isSaved;
 }
 
 /// Tells whether it could be saved.
@@ -442,11 +453,16 @@ void FileIndexer::freeInWorker(Values... values)
     [[maybe_unused]] const QFuture<void> done = QtConcurrent::run(&m_workers, std::move(letGo));
 }
 
+/// Those of folders that are listed by themselves stay.
 void FileIndexer::removeRecordsBelow(const QString &folder)
 {
+    QStringList others = m_folders.paths();
+    others.removeIf([&](const QString &path) { return !isBelow(path, folder); });
     QList<IndexedFile> kept;
     std::ranges::copy_if(m_indexedFiles, std::back_inserter(kept), [&](const IndexedFile &file) {
-        return !isBelow(file->path, folder);
+        return !isBelow(file->path, folder)
+               || std::ranges::any_of(
+                   others, [&](const QString &path) { return isBelow(file->path, path); });
     });
     setIndexedFiles(std::move(kept));
 }

@@ -64,21 +64,27 @@ QStringList IndexedFolders::paths() const
     return paths;
 }
 
-/// Of folders that are listed already, it does not matter whether they are there.
+/// Kept paths that are listed already count also when nothing is there just now.
 IndexedFolders::Kept IndexedFolders::keptIn(const QString &defaultsPath, const QStringList &listed)
 {
     const UserDefaults defaults(defaultsPath);
     const QSet<QString> known(listed.cbegin(), listed.cend());
     Kept kept;
+    QSet<QString> left;
     for (const QByteArray &bookmark : bookmarksIn(defaults)) {
         const Outcome<QString> folder = FolderBookmark::resolve(bookmark);
-        if (folder)
-            kept.folders.append(*folder);
-        else
+        if (!folder) {
             kept.errors.append(folder.error());
+            continue;
+        }
+        kept.folders.append(*folder);
+        if (FolderBookmark::path(bookmark) != *folder)
+            left.insert(FolderBookmark::path(bookmark));
     }
     for (const QString &path : defaults.stringList(kPathsKey).value_or(QStringList())) {
-        if (known.contains(path) || !existingFolders({path}).isEmpty())
+        if (left.contains(path))
+            kept.left.append(path);
+        else if (known.contains(path) || !existingFolders({path}).isEmpty())
             kept.folders.append(path);
     }
     return kept;
@@ -87,8 +93,11 @@ IndexedFolders::Kept IndexedFolders::keptIn(const QString &defaultsPath, const Q
 QCoro::Task<void> IndexedFolders::restore()
 {
     const QPointer<IndexedFolders> self(this);
-    const std::shared_ptr<Turnstile::Pass> pass = co_await m_bookmarks.enter();
     while (self) {
+        // Each time anew: what is removed meanwhile removes its bookmark first.
+        const std::shared_ptr<Turnstile::Pass> pass = co_await m_bookmarks.enter();
+        if (!self)
+            co_return;
         const int changes = m_changes;
         const QFuture<bool> storing = m_platform.userDefaults.stored();
         co_await storing;
@@ -111,13 +120,26 @@ void IndexedFolders::list(const Kept &kept)
     for (const QString &error : kept.errors)
         m_platform.log(u"Failed to resolve bookmark: "_s + error);
     const QSet<QString> folders(kept.folders.cbegin(), kept.folders.cend());
-    const qsizetype gone =
-        m_urls.removeIf([&](const QUrl &url) { return !folders.contains(url.toLocalFile()); });
-    if (!append(kept.folders) && gone > 0)
+    const qsizetype gone = m_urls.removeIf([&](const QUrl &url) {
+        const QString path = url.toLocalFile();
+        return !folders.contains(path) && !m_unkept.contains(path);
+    });
+    if (!add(kept.folders) && gone > 0)
         Q_EMIT changed();
+    if (!kept.left.isEmpty())
+        m_platform.userDefaults.changeStringList(kPathsKey, kept.left, {});
 }
 
 bool IndexedFolders::append(const QStringList &folders)
+{
+    for (const QString &folder : folders) {
+        if (!contains(folder))
+            m_unkept.insert(folder);
+    }
+    return add(folders);
+}
+
+bool IndexedFolders::add(const QStringList &folders)
 {
     QSet<QUrl> listed(m_urls.cbegin(), m_urls.cend());
     const qsizetype before = m_urls.size();
@@ -137,6 +159,8 @@ bool IndexedFolders::append(const QStringList &folders)
 void IndexedFolders::save(const QStringList &folders)
 {
     ++m_changes;
+    for (const QString &folder : folders)
+        m_unkept.remove(folder);
     m_platform.userDefaults.changeStringList(kPathsKey, {}, folders);
 }
 
@@ -144,6 +168,7 @@ void IndexedFolders::remove(const QString &folder)
 {
     setWalked(folder);
     ++m_changes;
+    m_unkept.remove(folder);
     m_platform.userDefaults.changeStringList(kPathsKey, {folder}, {});
     m_urls.removeAll(QUrl::fromLocalFile(folder));
     Q_EMIT changed();
@@ -156,6 +181,8 @@ QStringList IndexedFolders::unwalked() const
 
 QStringList IndexedFolders::listedOf(QStringList folders) const
 {
+    if (folders.isEmpty())
+        return folders;
     const QSet<QUrl> listed(m_urls.cbegin(), m_urls.cend());
     folders.removeIf(
         [&](const QString &folder) { return !listed.contains(QUrl::fromLocalFile(folder)); });

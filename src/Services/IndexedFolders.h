@@ -8,6 +8,7 @@
 #include <QLatin1StringView>
 #include <QList>
 #include <QObject>
+#include <QSet>
 #include <QThreadPool>
 #include <QUrl>
 
@@ -42,9 +43,9 @@ public:
     /// Lists what is kept, as far as it is there: bookmarks first, then paths. Once more, it takes
     /// in what other processes have changed.
     [[nodiscard]] QCoro::Task<void> restore();
-    /// Lists those that are not listed yet, and tells whether there were any; they are not kept.
+    /// Lists those that are not listed yet, and tells whether there were any. They are not kept.
     bool append(const QStringList &folders);
-    /// Keeps the paths of these.
+    /// Keeps the paths of these from now on.
     void save(const QStringList &folders);
     /// The folder is no longer listed, nor is its path kept.
     void remove(const QString &folder);
@@ -64,17 +65,20 @@ private:
     {
         QStringList folders; ///< those of bookmarks, then those of paths
         QStringList errors;  ///< of bookmarks
+        QStringList left;    ///< kept paths of folders that were renamed since, as bookmarks tell
     };
 
     [[nodiscard]] static Kept keptIn(const QString &defaultsPath, const QStringList &listed);
     void list(const Kept &kept);
+    bool add(const QStringList &folders);
     [[nodiscard]] QStringList listedOf(QStringList folders) const;
 
     Platform &m_platform;
     QThreadPool &m_workers;
     Turnstile m_bookmarks; ///< changes of the stored bookmarks
     QList<QUrl> m_urls;
-    int m_changes = 0; ///< of what is kept
+    QSet<QString> m_unkept; ///< listed and not kept yet
+    int m_changes = 0;      ///< of what is kept
 };
 
 } // namespace dugwise

@@ -116,6 +116,11 @@ Outcome<QByteArray> create(const QString &folder)
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
+QString path(const QByteArray &bookmark)
+{
+    return QJsonDocument::fromJson(bookmark).object().value(kPathKey).toString();
+}
+
 Outcome<QString> resolve(const QByteArray &bookmark)
 {
     const QJsonObject object = QJsonDocument::fromJson(bookmark).object();

@@ -443,6 +443,28 @@ private Q_SLOTS:
         QCOMPARE(resolvedBookmarks().join(u' '), u' ' + path(u"B"_s));
     }
 
+    void aFolderWithinAnotherKeepsItsFiles()
+    {
+        writeFile(path(u"Projects/a.txt"_s), "A");
+        writeFile(path(u"Projects/.notes/b.txt"_s), "B");
+        QVERIFY(launch() && add({u"Projects"_s}) && add({u"Projects/.notes"_s}));
+        QCOMPARE(files().size(), 2);
+        QVERIFY(remove(u"Projects"_s));
+        QCOMPARE(names(), u"b.txt"_s);
+    }
+
+    void aRenamedFolderLeavesNothingBehind()
+    {
+        writeFile(path(u"Projects/a.txt"_s), "A");
+        QVERIFY(launch() && add({u"Projects"_s}));
+        m_indexer.reset();
+        QVERIFY(QDir().rename(path(u"Projects"_s), path(u"Plans"_s)));
+        QVERIFY(launch());
+        QCOMPARE(folders(), QStringList{path(u"Plans"_s)});
+        QVERIFY(remove(u"Plans"_s));
+        QVERIFY(savedPaths().isEmpty() && savedBookmarks().isEmpty());
+    }
+
     void addsAFolderWhileStartingUp_data()
     {
         QTest::addColumn<int>("known");
