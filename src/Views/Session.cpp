@@ -98,7 +98,7 @@ bool Session::submit(const QString &text)
     if (request.isEmpty())
         return false;
     if (!m_waitingRequests.isEmpty()) { // it stood in the field, and this is what became of it
-        m_waitingRequests.removeFirst();
+        m_waitingRequests.removeLast();
         Q_EMIT waitingRequestChanged();
     }
     m_appState.submitQuery(request, m_indexer.indexedFiles());
@@ -112,7 +112,7 @@ void Session::ask(const QString &request)
         return;
     m_appState.setSelectedSidebarItem(SidebarItem::home);
     m_waitingRequests.removeAll(text);
-    m_waitingRequests.prepend(text);
+    m_waitingRequests.append(text);
     askWaiting();
     if (!m_hasStarted)
         Q_EMIT waitingRequestChanged();
@@ -125,8 +125,8 @@ void Session::askWaiting()
         return;
     const QStringList requests = std::exchange(m_waitingRequests, {});
     Q_EMIT waitingRequestChanged();
-    for (auto request = requests.crbegin(); request != requests.crend(); ++request)
-        submit(*request);
+    for (const QString &request : requests)
+        submit(request);
 }
 
 void Session::newChat()

@@ -76,7 +76,10 @@ public:
     /// Empty when there is none.
     [[nodiscard]] QString pendingQuery() const;
     /// The latest of those that are to be asked once there is an index; empty when there is none.
-    [[nodiscard]] QString waitingRequest() const { return m_waitingRequests.value(0); }
+    [[nodiscard]] QString waitingRequest() const
+    {
+        return m_waitingRequests.value(m_waitingRequests.size() - 1);
+    }
     /// As of the last look; the window looks again while it is seen.
     [[nodiscard]] bool isModelAvailable() const { return m_isModelAvailable; }
     [[nodiscard]] bool calendarEnabled() const { return m_appState.calendarEnabled(); }
@@ -138,7 +141,7 @@ private:
     bool m_isModelAvailable = false;
     bool m_hasIndex = false;       ///< of earlier runs
     bool m_hasStarted = false;     ///< so that requests can be answered
-    QStringList m_waitingRequests; ///< asked for before that, the latest first
+    QStringList m_waitingRequests; ///< asked for before that
 };
 
 } // namespace dugwise
