@@ -130,10 +130,10 @@ QCoro::Task<void> FileIndexer::walkAtStart()
     for (const auto &change : std::exchange(m_waitingChanges, {}))
         change();
     Q_EMIT restored();
-    if (!isAdded && m_folders.unwalked().isEmpty())
+    const QStringList unwalked = m_folders.unwalked();
+    if (!isAdded && unwalked.isEmpty())
         co_return;
     // Where no folder is new, another process that holds the index is most likely at those walks.
-    const QStringList unwalked = m_folders.unwalked();
     const std::chrono::seconds limit = isAdded ? kStartUpWait : 0s;
     const std::shared_ptr<IndexStore::Turn> turn = co_await enter(limit);
     if (!turn)
